@@ -1,0 +1,112 @@
+#pragma once
+// Host objects that single dialog families use: favourites, network, monitors,
+// resource packages, XML and FTP.
+
+#include "host/Picture.h"
+#include "host/StringList.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace fw {
+
+class Control;
+
+/// A favourite folder.
+struct FavoriteItem {
+    std::string Name;
+    std::string Description;
+    std::string Icon;
+    std::string Path;
+};
+
+/// A host list of favourite folders, loaded from and saved to a registry key.
+class FavoriteList {
+public:
+    virtual ~FavoriteList() = default;
+    virtual int Count() const = 0;
+    /// 1-based.
+    virtual FavoriteItem& Item(int index) = 0;
+    virtual bool Contains(const std::string& path) const = 0;
+    virtual void RemoveAt(int index) = 0;
+    virtual void Add(const FavoriteItem& item) = 0;
+    /// Adds a favourite for a path with the host's default name and icon.
+    virtual FavoriteItem& AddNew(const std::string& path) = 0;
+    virtual bool Load(std::uint32_t hive, const std::string& key) = 0;
+    virtual bool Save(std::uint32_t hive, const std::string& key) = 0;
+    /// Removes the favourite of a path.
+    virtual bool RemoveKey(const std::string& path) = 0;
+};
+
+/// Network enumeration and drive mapping.
+class NetworkService {
+public:
+    virtual ~NetworkService() = default;
+    virtual StringList Domains() = 0;
+    virtual StringList Hosts(const std::string& domain) = 0;
+    virtual StringList Shares(const std::string& host) = 0;
+    /// Connects remote to local; ok tells success. Returns the host's message, if any.
+    virtual std::string Connect(const std::string& remote, const std::string& local,
+                                const std::string& user, const std::string& password,
+                                bool persist, bool& ok) = 0;
+    virtual bool Disconnect(const std::string& drive) = 0;
+    virtual StringList MappedDrives() = 0;
+    virtual std::string UncOfDrive(const std::string& drive) = 0;
+};
+
+struct MonitorInfo {
+    int Index = 0;
+    int Left = 0;
+    int Top = 0;
+    int Width = 0;
+    int Height = 0;
+};
+
+/// The desktop's monitors, in pixels.
+class MonitorList {
+public:
+    virtual ~MonitorList() = default;
+    virtual int VirtualLeft() const = 0;
+    virtual int VirtualTop() const = 0;
+    virtual int VirtualWidth() const = 0;
+    virtual int VirtualHeight() const = 0;
+    virtual int Count() const = 0;
+    /// 1-based.
+    virtual MonitorInfo Item(int index) const = 0;
+    virtual MonitorInfo Primary() const = 0;
+    /// By the monitor's own Index.
+    virtual MonitorInfo ByIndex(int index) const = 0;
+};
+
+/// One open resource package.
+class ResourcePackage {
+public:
+    virtual ~ResourcePackage() = default;
+    virtual bool Load(const std::string& name) = 0;
+    virtual bool Exists(const std::string& item) = 0;
+    virtual bool Extract(const std::string& item, const std::string& destination) = 0;
+    virtual StringList Content(const std::string& path, int options) = 0;
+};
+
+/// The host's XML document object.
+class XmlObject {
+public:
+    virtual ~XmlObject() = default;
+    /// Fills a tree control below the given parent node key (empty: the root).
+    virtual void fillTree(Control& tree, const std::string& parent) = 0;
+};
+
+/// The host's FTP object behind the sync and console forms.
+class FtpObject {
+public:
+    virtual ~FtpObject() = default;
+    virtual bool Cancel() const = 0;
+    virtual void SetCancel(bool cancel) = 0;
+    virtual bool synchronise() = 0;
+    /// Late-bound command of the FTP console; returns the host's answer.
+    virtual std::string SENDCOMMAND(const std::string& command) = 0;
+};
+
+} // namespace fw

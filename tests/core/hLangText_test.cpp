@@ -1,0 +1,75 @@
+#include "core/hLangText.h"
+#include "support/TestHost.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using fw::hLangText;
+
+TEST(hLangText, LanguageSevenPicksGermanEveryOtherIdEnglish)
+{
+    fw::testing::ScopedTestHost host;
+    const struct {
+        int language;
+        const char* expected;
+    } cases[] = {{7, "Ja"}, {9, "Yes"}, {0, "Yes"}, {-7, "Yes"}, {1031, "Yes"}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.language);
+        host->language = c.language;
+        EXPECT_EQ(hLangText("Ja", "Yes"), c.expected);
+    }
+}
+
+TEST(hLangText, HostThatCannotTellItsLanguageGetsEnglish)
+{
+    fw::testing::ScopedTestHost host;
+    host->failing.insert("GetLanguage");
+    EXPECT_EQ(hLangText("Datei {0}", "File {0}", {"a"}), "File a");
+
+    host->CoreDevLanguage.reset();
+    EXPECT_EQ(hLangText("Datei", "File"), "File");
+}
+
+TEST(hLangText, PlaceholdersAreFilled)
+{
+    fw::testing::ScopedTestHost host;
+    host->language = 9;
+    const struct {
+        const char* name;
+        std::string text;
+        std::vector<std::string> values;
+        int lowerBound;
+        std::string expected;
+    } cases[] = {
+        {"empty array leaves braces alone", "{0} of {1}", {}, 0, "{0} of {1}"},
+        {"lower bound 0 fills {0}", "File {0}", {"a.txt"}, 0, "File a.txt"},
+        {"lower bound 1 starts at {1}", "{0}{1}{2}", {"x", "y"}, 1, "{0}xy"},
+        {"placeholder without value stays", "{0} and {3}", {"one"}, 0, "one and {3}"},
+        {"every occurrence replaced", "{0}-{0}-{0}", {"z"}, 0, "z-z-z"},
+        {"value holding a later placeholder is filled by the later step",
+         "{0}",
+         {"<{2}>", "unused", "two"},
+         0,
+         "<two>"},
+        {"value holding an earlier placeholder stays", "{1}", {"zero", "{0}"}, 0, "{0}"},
+        {"value holding its own placeholder is not filled again", "{0}", {"{0}{0}"}, 0, "{0}{0}"},
+        {"empty value removes the placeholder", "a{0}b", {""}, 0, "ab"},
+        {"multi-digit index", "{10}|{1}", std::vector<std::string>(11, "v"), 0, "v|v"},
+        {"unbalanced braces untouched", "{0 {}0}", {"x"}, 0, "{0 {}0}"},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        EXPECT_EQ(hLangText("de", c.text, c.values, c.lowerBound), c.expected);
+    }
+}
+
+TEST(hLangText, GermanTextGetsTheSamePlaceholders)
+{
+    fw::testing::ScopedTestHost host;
+    host->language = 7;
+    EXPECT_EQ(hLangText("{0} existiert bereits.", "{0} already exists.", {"a.txt"}),
+              "a.txt existiert bereits.");
+}
+
+} // namespace

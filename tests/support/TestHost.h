@@ -57,7 +57,8 @@ class TestHost : public fw::CoreDev {
     // --- Scripted answers -------------------------------------------------------
 
     /// The queue of answers of one operation, consumed front first. Numbers and
-    /// Booleans are queued as text ("6", "1"/"0").
+    /// Booleans are queued as text ("6", "1"/"0"); a Connect answer is "1" or "0"
+    /// followed by the host's message. Names as in `calls`: "PopupMenu.Popup".
     std::deque<std::string>& answers(const std::string& operation);
 
     void queueQuestionAnswer(std::int32_t resultCode); ///< AskQuestion
@@ -159,7 +160,10 @@ int PictureSizeOfPath(const std::string& path);
 /// A host together with its installation for the running scope.
 class ScopedTestHost {
   public:
-    ScopedTestHost() : m_host(std::make_shared<TestHost>()), m_previous(Install(m_host)) {}
+    ScopedTestHost()
+        : m_host(std::make_shared<TestHost>()), m_previous(fw::CoreDev::Install(m_host))
+    {
+    }
     ~ScopedTestHost() { fw::CoreDev::Install(std::move(m_previous)); }
     ScopedTestHost(const ScopedTestHost&) = delete;
     ScopedTestHost& operator=(const ScopedTestHost&) = delete;
@@ -169,11 +173,6 @@ class ScopedTestHost {
     const std::shared_ptr<TestHost>& ptr() const { return m_host; }
 
   private:
-    static std::shared_ptr<fw::CoreDev> Install(std::shared_ptr<fw::CoreDev> host)
-    {
-        return fw::CoreDev::Install(std::move(host));
-    }
-
     std::shared_ptr<TestHost> m_host;
     std::shared_ptr<fw::CoreDev> m_previous;
 };

@@ -1,5 +1,15 @@
+#include "desktop/DesktopApp.h"
+#include "desktop/DesktopColours.h"
+#include "desktop/DesktopFiles.h"
 #include "desktop/DesktopHost.h"
 #include "desktop/DesktopLanguage.h"
+#include "desktop/DesktopMenus.h"
+#include "desktop/DesktopMessages.h"
+#include "desktop/DesktopPictures.h"
+#include "desktop/DesktopRegistry.h"
+#include "desktop/DesktopSystem.h"
+#include "desktop/DesktopText.h"
+#include "desktop/SettingsStore.h"
 
 #include <QCursor>
 #include <QLocale>
@@ -29,9 +39,25 @@ class DesktopRoot final : public CoreDev {
 
 std::shared_ptr<CoreDev> MakeDesktopCoreDev(const DesktopOptions& options)
 {
-    (void)options;
     auto root = std::make_shared<DesktopRoot>();
+    // Registry and settings share one store, so that a setting written through
+    // the registry is the one GetBool reads.
+    auto store = std::make_shared<SettingsStore>(
+        options.storeFolder.isEmpty() ? SettingsStore::DefaultFolder() : options.storeFolder);
+    auto pictures = std::make_shared<DesktopPictures>(options.picturesFolder);
+    root->CoreDevSettings = std::make_shared<DesktopSettings>(store);
+    root->CoreDevApp = std::make_shared<DesktopApp>();
+    root->CoreDevClock = std::make_shared<DesktopClock>();
+    root->CoreDevMenus = std::make_shared<DesktopMenus>(pictures);
+    root->CoreDevText = std::make_shared<DesktopText>();
+    root->CoreDevControls = std::make_shared<DesktopControls>();
+    root->CoreDevSystem = std::make_shared<DesktopSystem>();
     root->CoreDevLanguage = std::make_shared<DesktopLanguage>();
+    root->CoreDevMessages = std::make_shared<DesktopMessages>();
+    root->CoreDevRegistry = std::make_shared<DesktopRegistry>(store);
+    root->CoreDevPictures = pictures;
+    root->CoreDevFiles = std::make_shared<DesktopFiles>();
+    root->CoreDevColors = std::make_shared<DesktopColours>();
     return root;
 }
 

@@ -1,0 +1,35 @@
+#pragma once
+// Application facts and the clock of the desktop host.
+
+#include "host/CoreDevServices.h"
+
+namespace fw::desktop {
+
+/// Folders come from the XDG user folders and always end in "/", so that a
+/// dialog can append a name:
+///  - UserFolder: the home folder;
+///  - SamplesFolder: the data folder + "/formwerk/samples/";
+///  - SharedFolder: the data folder + "/formwerk/shared/"
+/// (data folder: QStandardPaths::GenericDataLocation, ~/.local/share).
+class DesktopApp final : public CoreDevApp, ApplicationFolders {
+  public:
+    ApplicationFolders& Folders() override { return *this; }
+    std::string UserFolder() override;
+    std::string SamplesFolder() override;
+    std::string SharedFolder() override;
+};
+
+/// Desktop and documents from the XDG user folders, ending in "/".
+class DesktopSystemFolders final : public SystemFolders {
+  public:
+    std::string DesktopFolder() override;
+    std::string DocumentsFolder() override;
+};
+
+/// Local time as "YYYY-MM-DD HH:MM:SS".
+class DesktopClock final : public CoreDevClock {
+  public:
+    std::string logStamp() override;
+};
+
+} // namespace fw::desktop

@@ -1,0 +1,59 @@
+#include "desktop/DesktopMessages.h"
+#include "dialogs/MessageBox.h"
+
+#include <algorithm>
+
+namespace fw::desktop {
+
+void DesktopMessages::ShowError(const std::string& text, const std::string& title)
+{
+    ShowMessageBox(text, title, 0, "Ico\\20\\Computer\\Signs\\Critical.ico");
+}
+
+void DesktopMessages::ShowInfo(const std::string& text, const std::string& title)
+{
+    ShowMessageBox(text, title, 0, "Ico\\20\\Computer\\Signs\\Info.ico");
+}
+
+void DesktopMessages::ShowHelp(const std::string& text, const std::string& title)
+{
+    ShowMessageBox(text, title, 0, "Ico\\20\\Computer\\Signs\\Help.ico");
+}
+
+std::int32_t DesktopMessages::AskQuestion(const std::string& text, const std::string& title,
+                                          std::int32_t style)
+{
+    return ShowMessageBox(text, title, style, "Ico\\20\\Computer\\Signs\\Question.ico");
+}
+
+// The file chooser takes this over once it can save.
+std::string DesktopMessages::AskSaveFile(const std::string&, const std::string&, const std::string&,
+                                         int, const std::string&, int, const std::string&)
+{
+    return {};
+}
+
+// The input dialog takes this over.
+std::string DesktopMessages::AskText(const std::string&, const std::string&, const std::string&)
+{
+    return {};
+}
+
+// The resource picker takes this over.
+std::string DesktopMessages::ChooseIcon(const std::string&, const std::string&, int)
+{
+    return {};
+}
+
+void DesktopMessages::RegisterForm(Form& form, const std::string&)
+{
+    if (std::find(m_forms.begin(), m_forms.end(), &form) == m_forms.end())
+        m_forms.push_back(&form);
+}
+
+void DesktopMessages::UnregisterForm(Form& form, const std::string&)
+{
+    m_forms.erase(std::remove(m_forms.begin(), m_forms.end(), &form), m_forms.end());
+}
+
+} // namespace fw::desktop

@@ -1,0 +1,55 @@
+#pragma once
+// Text tools of the desktop host: words, pairs and paths.
+
+#include "host/CoreDevServices.h"
+
+namespace fw::desktop {
+
+/// Words: flag true compares the separator case-insensitively (ASCII).
+/// TextBefore gives the text before the first separator, the whole text if
+/// there is none; TextBeforeLast the same for the last separator; TextAfter
+/// the text after the first separator, empty if there is none.
+///
+/// Pairs: "<length of first>:" + first + second, so that any two texts,
+/// separators and line breaks included, come back unchanged. Unpack of a text
+/// not made by Pack gives false, the whole text as first and an empty second.
+///
+/// Paths: both "/" and "\" separate, because the dialogs use the same helper
+/// on real paths and on backslash resource paths. AddBackslash and Combine add
+/// the separator the path already uses ("\" if it has a backslash and no
+/// slash, else "/"); the names are kept from the interface.
+///  - AddBackslash("/a/b") "/a/b/"; empty stays empty.
+///  - DrivePart: "/" of an absolute path, "X:\" of "X:\..." or of a pseudo path
+///    "DESKTOP:\...", "\\host\share\" of a UNC path, else empty.
+///  - FolderPart("/a/b/c.txt") "/a/b/": everything up to the last separator.
+///  - FileName("/a/b/c.txt") "c.txt": everything after it.
+///  - Extension("c.tar.gz") "gz", without the dot; empty for ".profile".
+///  - FolderName("/a/b/") and FolderName("/a/b") "b": the last named component.
+///  - ParentPath("/a/b/c") and ("/a/b/c/") "/a/b/"; the root has none ("").
+///  - ParentText("/a/b/c") "b": the parent's name.
+///  - Combine("/a", "b") "/a/b"; an empty folder gives the name.
+class DesktopText final : public CoreDevText, WordHelper, PairHelper, PathHelper {
+  public:
+    WordHelper& Words() override { return *this; }
+    PairHelper& Pairs() override { return *this; }
+    PathHelper& Paths() override { return *this; }
+
+    std::string TextBefore(const std::string& text, const std::string& sep, bool flag) override;
+    std::string TextBeforeLast(const std::string& text, const std::string& sep, bool flag) override;
+    std::string TextAfter(const std::string& text, const std::string& sep, bool flag) override;
+
+    std::string Pack(const std::string& first, const std::string& second) override;
+    bool Unpack(const std::string& packed, std::string& first, std::string& second) override;
+
+    std::string AddBackslash(const std::string& path) override;
+    std::string DrivePart(const std::string& path) override;
+    std::string FolderPart(const std::string& path) override;
+    std::string ParentText(const std::string& path) override;
+    std::string FolderName(const std::string& path) override;
+    std::string Extension(const std::string& path) override;
+    std::string FileName(const std::string& path) override;
+    std::string Combine(const std::string& folder, const std::string& name) override;
+    std::string ParentPath(const std::string& path) override;
+};
+
+} // namespace fw::desktop

@@ -1,0 +1,161 @@
+#include "desktop/SettingsStore.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QJsonDocument>
+#include <QLockFile>
+#include <QSaveFile>
+#include <QStandardPaths>
+
+namespace fw::desktop {
+
+namespace {
+
+constexpr auto kFileName = "registry.json";
+// Long enough for a slow disk, short enough that a dialog never hangs on a
+// writer that died; QLockFile takes over a stale lock of a dead process.
+constexpr int kLockWaitMs = 5000;
+
+struct SplitName {
+    QString keyPath;
+    QString valueName;
+};
+
+// "Software\\X\\\\Y\\" and "Software\X\Y" are the same key: empty components
+// go, and forward slashes count as backslashes.
+SplitName splitName(const QString& name)
+{
+    QStringList parts = QString(name).replace(u'/', u'\\').split(u'\\', Qt::SkipEmptyParts);
+    SplitName result;
+    if (parts.isEmpty())
+        return result;
+    result.valueName = parts.takeLast();
+    result.keyPath = parts.join(u'\\');
+    return result;
+}
+
+// The member of an object whose name matches case-insensitively.
+QString findMember(const QJsonObject& object, const QString& name)
+{
+    for (auto it = object.begin(); it != object.end(); ++it)
+        if (it.key().compare(name, Qt::CaseInsensitive) == 0)
+            return it.key();
+    return {};
+}
+
+} // namespace
+
+SettingsStore::SettingsStore(QString folder) : m_folder(std::move(folder)) {}
+
+QString SettingsStore::DefaultFolder()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
+           QStringLiteral("/formwerk");
+}
+
+QString SettingsStore::FilePath() const
+{
+    return m_folder + u'/' + QLatin1String(kFileName);
+}
+
+QJsonObject SettingsStore::load(bool& broken) const
+{
+    broken = false;
+    QFile file(FilePath());
+    if (!file.exists())
+        return {};
+    QJsonParseError error{};
+    QJsonDocument document;
+    if (file.open(QIODevice::ReadOnly))
+        document = QJsonDocument::fromJson(file.readAll(), &error);
+    broken = !file.isOpen() || error.error != QJsonParseError::NoError || !document.isObject();
+    return broken ? QJsonObject() : document.object();
+}
+
+void SettingsStore::moveAside() const
+{
+    // Kept for the user to look at: a store full of settings that one bad byte
+    // made unreadable is worth more than a clean start.
+    const QString stamp =
+        QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd-HHmmsszzz"));
+    QString target = FilePath() + QStringLiteral(".broken-") + stamp;
+    for (int n = 1; QFile::exists(target); ++n)
+        target = FilePath() + QStringLiteral(".broken-") + stamp + u'-' + QString::number(n);
+    QFile::rename(FilePath(), target);
+}
+
+std::optional<QJsonValue> SettingsStore::Read(const QString& hive, const QString& name) const
+{
+    const SplitName split = splitName(name);
+    if (split.valueName.isEmpty())
+        return std::nullopt;
+    bool broken = false;
+    const QJsonObject root = load(broken);
+    if (broken) {
+        // Moved aside under the lock only, so that a writer's fresh file is
+        // never taken for the broken one it replaced.
+        QLockFile lock(FilePath() + QStringLiteral(".lock"));
+        if (lock.tryLock(kLockWaitMs)) {
+            load(broken);
+            if (broken)
+                moveAside();
+        }
+        return std::nullopt;
+    }
+    const QString hiveName = findMember(root, hive);
+    if (hiveName.isEmpty())
+        return std::nullopt;
+    const QJsonObject keys = root.value(hiveName).toObject();
+    const QString keyName = findMember(keys, split.keyPath);
+    if (keyName.isEmpty())
+        return std::nullopt;
+    const QJsonObject values = keys.value(keyName).toObject();
+    const QString valueName = findMember(values, split.valueName);
+    if (valueName.isEmpty())
+        return std::nullopt;
+    return values.value(valueName);
+}
+
+bool SettingsStore::Write(const QString& hive, const QString& name, const QJsonValue& value)
+{
+    const SplitName split = splitName(name);
+    if (split.valueName.isEmpty() || !QDir().mkpath(m_folder))
+        return false;
+
+    QLockFile lock(FilePath() + QStringLiteral(".lock"));
+    if (!lock.tryLock(kLockWaitMs))
+        return false;
+
+    // Reread under the lock: another process may have written since we last looked.
+    bool broken = false;
+    QJsonObject root = load(broken);
+    if (broken)
+        moveAside();
+    QString hiveName = findMember(root, hive);
+    if (hiveName.isEmpty())
+        hiveName = hive;
+    QJsonObject keys = root.value(hiveName).toObject();
+    QString keyName = findMember(keys, split.keyPath);
+    if (keyName.isEmpty())
+        keyName = split.keyPath;
+    QJsonObject values = keys.value(keyName).toObject();
+    QString valueName = findMember(values, split.valueName);
+    if (valueName.isEmpty())
+        valueName = split.valueName;
+    values.insert(valueName, value);
+    keys.insert(keyName, values);
+    root.insert(hiveName, keys);
+
+    QSaveFile file(FilePath());
+    if (!file.open(QIODevice::WriteOnly))
+        return false;
+    const QByteArray bytes = QJsonDocument(root).toJson(QJsonDocument::Indented);
+    if (file.write(bytes) != bytes.size()) {
+        file.cancelWriting();
+        return false;
+    }
+    return file.commit();
+}
+
+} // namespace fw::desktop

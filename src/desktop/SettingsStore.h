@@ -1,0 +1,55 @@
+#pragma once
+// The desktop host's persistent key store: what the registry of the current
+// user is to the dialogs, kept as one JSON file in a folder of its own.
+//
+// File: <folder>/registry.json, an object of hives, each an object of key
+// paths, each an object of named values:
+//
+//   { "HKEY_CURRENT_USER": { "Software\\Valdrenix\\Core\\Settings":
+//                              { "FolderView": 3, "Touchmode": 1 } } }
+//
+// A dialog names a value by "key path\value name": everything before the last
+// backslash is the key path, the rest the value name. Key paths and value
+// names compare case-insensitively, as in the registry; the spelling of the
+// first write is kept. Values are 32-bit numbers or texts.
+//
+// Every write rereads the file under a lock file (<folder>/registry.json.lock),
+// changes one value and saves through a temporary file and a rename, so that a
+// second process writing at the same time neither tears the file nor loses
+// its own value. A file that cannot be read or parsed reads as empty and is
+// moved aside as registry.json.broken-<timestamp>, never overwritten.
+
+#include <QJsonObject>
+#include <QJsonValue>
+#include <QString>
+#include <optional>
+
+namespace fw::desktop {
+
+class SettingsStore {
+  public:
+    /// folder is created on the first write.
+    explicit SettingsStore(QString folder);
+
+    /// The default folder: the XDG config folder + "/formwerk".
+    static QString DefaultFolder();
+
+    const QString& Folder() const { return m_folder; }
+    QString FilePath() const;
+
+    /// The value "key path\name" of a hive ("HKEY_CURRENT_USER"); nothing if
+    /// the value is absent.
+    std::optional<QJsonValue> Read(const QString& hive, const QString& name) const;
+    /// Sets one value; false if the store could not be written (the file then
+    /// holds what it held before).
+    bool Write(const QString& hive, const QString& name, const QJsonValue& value);
+
+  private:
+    /// The file's content; empty with broken set if it cannot be read or parsed.
+    QJsonObject load(bool& broken) const;
+    void moveAside() const;
+
+    QString m_folder;
+};
+
+} // namespace fw::desktop

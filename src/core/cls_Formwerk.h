@@ -11,7 +11,7 @@
 namespace fw {
 
 class cls_Formwerk {
-public:
+  public:
     /// The form of that name (exact, case-sensitive), not yet loaded. For an
     /// unknown name the platform's own message box says so and the result is null.
     std::unique_ptr<Form> Create(const std::string& pDlg);
@@ -21,7 +21,7 @@ public:
     /// True once any Create has run in this process.
     static bool Used() { return s_used; }
 
-private:
+  private:
     static inline bool s_used = false;
 };
 

@@ -18,6 +18,9 @@ cls_Formwerk& sys_Global::CDIALOG()
     return *slot();
 }
 
-void sys_Global::SetCDIALOG(std::shared_ptr<cls_Formwerk> factory) { slot() = std::move(factory); }
+void sys_Global::SetCDIALOG(std::shared_ptr<cls_Formwerk> factory)
+{
+    slot() = std::move(factory);
+}
 
 } // namespace fw

@@ -9,7 +9,7 @@
 namespace fw {
 
 class sys_Global {
-public:
+  public:
     /// The global factory of this thread, made on first touch.
     static cls_Formwerk& CDIALOG();
     static void SetCDIALOG(std::shared_ptr<cls_Formwerk> factory);

@@ -4,8 +4,8 @@
 
 namespace fw {
 
-std::int32_t ShowMessageBox(const std::string& text, const std::string& title,
-                            std::int32_t flags, const std::string& iconPath)
+std::int32_t ShowMessageBox(const std::string& text, const std::string& title, std::int32_t flags,
+                            const std::string& iconPath)
 {
     auto context = std::make_shared<DialogContext>();
     context->Request.Title = title;

@@ -7,7 +7,7 @@
 
 namespace fw {
 
-std::int32_t ShowMessageBox(const std::string& text, const std::string& title,
-                            std::int32_t flags, const std::string& iconPath);
+std::int32_t ShowMessageBox(const std::string& text, const std::string& title, std::int32_t flags,
+                            const std::string& iconPath);
 
 } // namespace fw

@@ -20,7 +20,7 @@ class ctl_Seperator;
 class TextBox;
 
 class frm_DialogMessage : public Form, public HasContext {
-public:
+  public:
     frm_DialogMessage();
     ~frm_DialogMessage() override;
 
@@ -40,13 +40,13 @@ public:
     ControlArray<TextBox> txt_Input;
     ControlArray<fw::ctl_Seperator> ctl_Seperator;
 
-protected:
+  protected:
     void Form_Load() override;
     void Form_Paint() override;
     void Form_KeyDown(int& keyCode, int shift) override;
     void Form_KeyPress(int& keyAscii) override;
 
-private:
+  private:
     struct Slot {
         QString icon;
         std::int32_t value = 0;

@@ -29,10 +29,10 @@ int buttonOf(Qt::MouseButtons buttons)
 
 // Focus and mouse events of one control's widget become its callbacks.
 class ControlEvents : public QObject {
-public:
+  public:
     explicit ControlEvents(Control& control) : QObject(control.widget()), m_control(control) {}
 
-protected:
+  protected:
     bool eventFilter(QObject* watched, QEvent* event) override
     {
         if (watched != m_control.widget())
@@ -59,8 +59,7 @@ protected:
                 if (m_control.m_clickOnRelease && me->button() == Qt::LeftButton &&
                     m_control.widget()->rect().contains(me->position().toPoint()))
                     m_control.raise(m_control.Click);
-            }
-            else if (event->type() == QEvent::MouseMove)
+            } else if (event->type() == QEvent::MouseMove)
                 m_control.raise(m_control.MouseMove, buttonOf(me->buttons()), shift, x, y);
             else
                 m_control.raise(m_control.DblClick);
@@ -72,7 +71,7 @@ protected:
         return false;
     }
 
-private:
+  private:
     Control& m_control;
 };
 
@@ -94,7 +93,10 @@ void Control::setWidget(QWidget* widget)
     widget->installEventFilter(new ControlEvents(*this));
 }
 
-bool Control::eventsLive() const { return m_form.eventsLive(); }
+bool Control::eventsLive() const
+{
+    return m_form.eventsLive();
+}
 
 Control* Control::fromWidget(const QWidget* widget)
 {
@@ -108,10 +110,22 @@ Control* Control::fromWidget(const QWidget* widget)
     return nullptr;
 }
 
-int Control::Left() const { return m_widget ? ToTwips(m_widget->x()) : 0; }
-int Control::Top() const { return m_widget ? ToTwips(m_widget->y()) : 0; }
-int Control::Width() const { return m_widget ? ToTwips(m_widget->width()) : 0; }
-int Control::Height() const { return m_widget ? ToTwips(m_widget->height()) : 0; }
+int Control::Left() const
+{
+    return m_widget ? ToTwips(m_widget->x()) : 0;
+}
+int Control::Top() const
+{
+    return m_widget ? ToTwips(m_widget->y()) : 0;
+}
+int Control::Width() const
+{
+    return m_widget ? ToTwips(m_widget->width()) : 0;
+}
+int Control::Height() const
+{
+    return m_widget ? ToTwips(m_widget->height()) : 0;
+}
 
 void Control::SetLeft(int twips)
 {
@@ -147,7 +161,10 @@ void Control::Move(int left, int top, int width, int height)
         SetHeight(height);
 }
 
-bool Control::Visible() const { return m_widget && !m_widget->isHidden(); }
+bool Control::Visible() const
+{
+    return m_widget && !m_widget->isHidden();
+}
 
 void Control::SetVisible(bool visible)
 {
@@ -155,7 +172,10 @@ void Control::SetVisible(bool visible)
         m_widget->setVisible(visible);
 }
 
-bool Control::Enabled() const { return !m_widget || m_widget->isEnabled(); }
+bool Control::Enabled() const
+{
+    return !m_widget || m_widget->isEnabled();
+}
 
 void Control::SetEnabled(bool enabled)
 {
@@ -163,7 +183,10 @@ void Control::SetEnabled(bool enabled)
         m_widget->setEnabled(enabled);
 }
 
-QString Control::ToolTipText() const { return m_widget ? m_widget->toolTip() : QString(); }
+QString Control::ToolTipText() const
+{
+    return m_widget ? m_widget->toolTip() : QString();
+}
 
 void Control::SetToolTipText(const QString& text)
 {

@@ -16,7 +16,7 @@ class Form;
 enum ShiftMask { ShiftDown = 1, CtrlDown = 2, AltDown = 4 };
 
 class Control {
-public:
+  public:
     /// widget may be null for controls without a window (timers). The widget
     /// belongs to Qt's parent chain; the control never deletes it.
     Control(Form& form, QString name, QString typeName, QWidget* widget);
@@ -100,13 +100,13 @@ public:
     /// The control that owns a widget (or the nearest owning ancestor).
     static Control* fromWidget(const QWidget* widget);
 
-protected:
+  protected:
     /// For derived controls that make their widget after the base is built.
     void setWidget(QWidget* widget);
     /// For widgets without a click signal: a left release inside is a click.
     void setClickOnRelease(bool on) { m_clickOnRelease = on; }
 
-private:
+  private:
     Form& m_form;
     QString m_name;
     QString m_typeName;

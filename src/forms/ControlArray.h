@@ -12,7 +12,7 @@
 namespace fw {
 
 template <class T> class ControlArray {
-public:
+  public:
     /// make(index) creates the element in the form; wire(element) connects its events.
     using Factory = std::function<T*(int index)>;
     using Wiring = std::function<void(T& element)>;
@@ -53,7 +53,7 @@ public:
     auto begin() const { return m_items.begin(); }
     auto end() const { return m_items.end(); }
 
-private:
+  private:
     QString m_name;
     Factory m_make;
     Wiring m_wire;

@@ -36,7 +36,7 @@ template <class F> void guarded(const char* what, F&& handler)
 
 // The window of a form: forwards Qt's events to the form's handlers.
 class FormWindow : public QWidget {
-public:
+  public:
     explicit FormWindow(Form& form) : QWidget(nullptr, Qt::Dialog), m_form(form)
     {
         setProperty(kFormProperty, QVariant::fromValue(static_cast<void*>(&form)));
@@ -46,7 +46,7 @@ public:
 
     QWidget* client() { return this; }
 
-protected:
+  protected:
     void paintEvent(QPaintEvent* event) override
     {
         QWidget::paintEvent(event);
@@ -73,7 +73,7 @@ protected:
         return QWidget::event(event);
     }
 
-private:
+  private:
     Form& m_form;
 };
 
@@ -81,7 +81,7 @@ private:
 // own key events and the default and cancel buttons work whatever control
 // has the focus.
 class FormKeyDispatcher : public QObject {
-public:
+  public:
     static void ensureInstalled()
     {
         static FormKeyDispatcher* dispatcher = nullptr;
@@ -91,7 +91,7 @@ public:
         }
     }
 
-protected:
+  protected:
     bool eventFilter(QObject* watched, QEvent* event) override
     {
         const QEvent::Type type = event->type();
@@ -112,7 +112,7 @@ protected:
                                         : keyRelease(*form, control, *key);
     }
 
-private:
+  private:
     using QObject::QObject;
 
     bool keyPress(Form& form, Control* control, QWidget* widget, QKeyEvent& key)
@@ -203,8 +203,14 @@ Form::~Form()
     m_controls.clear();
 }
 
-QWidget* Form::window() const { return m_window; }
-QWidget* Form::clientArea() const { return m_window; }
+QWidget* Form::window() const
+{
+    return m_window;
+}
+QWidget* Form::clientArea() const
+{
+    return m_window;
+}
 
 Form* Form::fromWindow(const QWidget* window)
 {
@@ -232,9 +238,18 @@ Control* Form::FindControl(const QString& name, int index) const
     return nullptr;
 }
 
-QString Form::Caption() const { return m_window->windowTitle(); }
-void Form::SetCaption(const QString& caption) { m_window->setWindowTitle(caption); }
-void Form::SetIcon(const QImage& icon) { m_window->setWindowIcon(QPixmap::fromImage(icon)); }
+QString Form::Caption() const
+{
+    return m_window->windowTitle();
+}
+void Form::SetCaption(const QString& caption)
+{
+    m_window->setWindowTitle(caption);
+}
+void Form::SetIcon(const QImage& icon)
+{
+    m_window->setWindowIcon(QPixmap::fromImage(icon));
+}
 
 int Form::frameExtraWidth() const
 {
@@ -246,12 +261,30 @@ int Form::frameExtraHeight() const
     return m_window->frameGeometry().height() - m_window->geometry().height();
 }
 
-int Form::Left() const { return ToTwips(m_window->frameGeometry().x()); }
-int Form::Top() const { return ToTwips(m_window->frameGeometry().y()); }
-int Form::Width() const { return ToTwips(m_window->width() + frameExtraWidth()); }
-int Form::Height() const { return ToTwips(m_window->height() + frameExtraHeight()); }
-int Form::ScaleWidth() const { return ToTwips(m_window->width()); }
-int Form::ScaleHeight() const { return ToTwips(m_window->height()); }
+int Form::Left() const
+{
+    return ToTwips(m_window->frameGeometry().x());
+}
+int Form::Top() const
+{
+    return ToTwips(m_window->frameGeometry().y());
+}
+int Form::Width() const
+{
+    return ToTwips(m_window->width() + frameExtraWidth());
+}
+int Form::Height() const
+{
+    return ToTwips(m_window->height() + frameExtraHeight());
+}
+int Form::ScaleWidth() const
+{
+    return ToTwips(m_window->width());
+}
+int Form::ScaleHeight() const
+{
+    return ToTwips(m_window->height());
+}
 
 void Form::SetLeft(int twips)
 {
@@ -285,7 +318,10 @@ void Form::Move(int left, int top, int width, int height)
         SetHeight(height);
 }
 
-QColor Form::BackColor() const { return m_window->palette().color(QPalette::Window); }
+QColor Form::BackColor() const
+{
+    return m_window->palette().color(QPalette::Window);
+}
 
 void Form::SetBackColor(const QColor& colour)
 {
@@ -311,8 +347,14 @@ void Form::SetWindowState(int state)
                                           : Qt::WindowNoState);
 }
 
-QVariant Form::GetPublic(const QString&) const { return {}; }
-bool Form::SetPublic(const QString&, const QVariant&) { return false; }
+QVariant Form::GetPublic(const QString&) const
+{
+    return {};
+}
+bool Form::SetPublic(const QString&, const QVariant&)
+{
+    return false;
+}
 
 void Form::ensureLoaded()
 {
@@ -359,7 +401,10 @@ void Form::Show(bool modal)
     m_loop = nullptr;
 }
 
-bool Form::Unload() { return unload(UnloadByCode); }
+bool Form::Unload()
+{
+    return unload(UnloadByCode);
+}
 
 bool Form::unload(int mode)
 {
@@ -385,7 +430,10 @@ bool Form::unload(int mode)
     return true;
 }
 
-void Form::Refresh() { m_window->repaint(); }
+void Form::Refresh()
+{
+    m_window->repaint();
+}
 
 void Form::paintEvent()
 {

@@ -21,7 +21,7 @@ namespace fw {
 class FormWindow;
 
 class Form {
-public:
+  public:
     /// How an unload was asked for, as QueryUnload and Unload are told.
     enum UnloadMode { UnloadByUser = 0, UnloadByCode = 1 };
 
@@ -102,7 +102,7 @@ public:
     /// The widget that controls without a container are placed on.
     QWidget* clientArea() const;
 
-protected:
+  protected:
     virtual void Form_Load() {}
     virtual void Form_Activate() {}
     virtual void Form_Deactivate() {}
@@ -114,7 +114,7 @@ protected:
     virtual void Form_QueryUnload(bool& /*cancel*/, int /*unloadMode*/) {}
     virtual void Form_Unload(bool& /*cancel*/) {}
 
-private:
+  private:
     friend class FormWindow;
     friend class FormKeyDispatcher;
     enum class State { Created, Loaded, Unloaded };
@@ -145,10 +145,10 @@ private:
 /// listen here instead of polling for the active modal window.
 class FormTracker : public QObject {
     Q_OBJECT
-public:
+  public:
     static FormTracker& instance();
 
-signals:
+  signals:
     void modalShown(fw::Form* form);
     void unloaded(fw::Form* form);
 };

@@ -10,14 +10,14 @@ namespace fw {
 namespace {
 // Keys whose code is not their character.
 constexpr std::array<std::pair<int, int>, 24> kNamedKeys{{
-    {Qt::Key_Backspace, KeyBack},  {Qt::Key_Tab, KeyTab},           {Qt::Key_Backtab, KeyTab},
-    {Qt::Key_Return, KeyReturn},   {Qt::Key_Enter, KeyReturn},      {Qt::Key_Shift, KeyShift},
-    {Qt::Key_Control, KeyControl}, {Qt::Key_Alt, KeyMenu},          {Qt::Key_AltGr, KeyMenu},
-    {Qt::Key_Escape, KeyEscape},   {Qt::Key_Space, KeySpace},       {Qt::Key_PageUp, KeyPageUp},
-    {Qt::Key_PageDown, KeyPageDown}, {Qt::Key_End, KeyEnd},         {Qt::Key_Home, KeyHome},
-    {Qt::Key_Left, KeyLeft},       {Qt::Key_Up, KeyUp},             {Qt::Key_Right, KeyRight},
-    {Qt::Key_Down, KeyDown},       {Qt::Key_Insert, KeyInsert},     {Qt::Key_Delete, KeyDelete},
-    {Qt::Key_CapsLock, 20},        {Qt::Key_Pause, 19},             {Qt::Key_Menu, 93},
+    {Qt::Key_Backspace, KeyBack},    {Qt::Key_Tab, KeyTab},       {Qt::Key_Backtab, KeyTab},
+    {Qt::Key_Return, KeyReturn},     {Qt::Key_Enter, KeyReturn},  {Qt::Key_Shift, KeyShift},
+    {Qt::Key_Control, KeyControl},   {Qt::Key_Alt, KeyMenu},      {Qt::Key_AltGr, KeyMenu},
+    {Qt::Key_Escape, KeyEscape},     {Qt::Key_Space, KeySpace},   {Qt::Key_PageUp, KeyPageUp},
+    {Qt::Key_PageDown, KeyPageDown}, {Qt::Key_End, KeyEnd},       {Qt::Key_Home, KeyHome},
+    {Qt::Key_Left, KeyLeft},         {Qt::Key_Up, KeyUp},         {Qt::Key_Right, KeyRight},
+    {Qt::Key_Down, KeyDown},         {Qt::Key_Insert, KeyInsert}, {Qt::Key_Delete, KeyDelete},
+    {Qt::Key_CapsLock, 20},          {Qt::Key_Pause, 19},         {Qt::Key_Menu, 93},
 }};
 } // namespace
 

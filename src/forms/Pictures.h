@@ -9,7 +9,10 @@
 namespace fw {
 
 QImage ToImage(const Picture& picture);
-inline QImage ToImage(const PicturePtr& picture) { return picture ? ToImage(*picture) : QImage(); }
+inline QImage ToImage(const PicturePtr& picture)
+{
+    return picture ? ToImage(*picture) : QImage();
+}
 PicturePtr FromImage(const QImage& image);
 
 } // namespace fw

@@ -18,9 +18,18 @@ QSize primarySize()
 }
 } // namespace
 
-int Screen::Width() { return ToTwips(primarySize().width()); }
-int Screen::Height() { return ToTwips(primarySize().height()); }
-int Screen::MousePointer() { return g_pointer; }
+int Screen::Width()
+{
+    return ToTwips(primarySize().width());
+}
+int Screen::Height()
+{
+    return ToTwips(primarySize().height());
+}
+int Screen::MousePointer()
+{
+    return g_pointer;
+}
 
 void Screen::SetMousePointer(int shape)
 {

@@ -5,7 +5,7 @@
 namespace fw {
 
 class Screen {
-public:
+  public:
     static constexpr int TwipsPerPixel = 15;
     static int TwipsPerPixelX() { return TwipsPerPixel; }
     static int TwipsPerPixelY() { return TwipsPerPixel; }
@@ -25,6 +25,9 @@ inline int ToPixels(int twips)
     return twips >= 0 ? (twips + Screen::TwipsPerPixel / 2) / Screen::TwipsPerPixel
                       : -((-twips + Screen::TwipsPerPixel / 2) / Screen::TwipsPerPixel);
 }
-inline int ToTwips(int pixels) { return pixels * Screen::TwipsPerPixel; }
+inline int ToTwips(int pixels)
+{
+    return pixels * Screen::TwipsPerPixel;
+}
 
 } // namespace fw

@@ -37,8 +37,7 @@ TextBox::TextBox(Form& form, const QString& name, bool multiLine, QWidget* conta
     QWidget* parent = parentFor(form, container);
     if (multiLine) {
         m_multi = new QPlainTextEdit(parent);
-        QObject::connect(m_multi, &QPlainTextEdit::textChanged, m_multi,
-                         [this] { raise(Change); });
+        QObject::connect(m_multi, &QPlainTextEdit::textChanged, m_multi, [this] { raise(Change); });
         setWidget(m_multi);
     } else {
         m_line = new QLineEdit(parent);
@@ -47,7 +46,10 @@ TextBox::TextBox(Form& form, const QString& name, bool multiLine, QWidget* conta
     }
 }
 
-QString TextBox::Text() const { return m_line ? m_line->text() : m_multi->toPlainText(); }
+QString TextBox::Text() const
+{
+    return m_line ? m_line->text() : m_multi->toPlainText();
+}
 
 void TextBox::SetText(const QString& text)
 {
@@ -112,7 +114,10 @@ void TextBox::SetPasswordChar(const QString& mask)
         m_line->setEchoMode(m_passwordChar.isEmpty() ? QLineEdit::Normal : QLineEdit::Password);
 }
 
-bool TextBox::Locked() const { return m_line ? m_line->isReadOnly() : m_multi->isReadOnly(); }
+bool TextBox::Locked() const
+{
+    return m_line ? m_line->isReadOnly() : m_multi->isReadOnly();
+}
 
 void TextBox::SetLocked(bool locked)
 {
@@ -122,10 +127,22 @@ void TextBox::SetLocked(bool locked)
         m_multi->setReadOnly(locked);
 }
 
-QColor TextBox::BackColor() const { return widget()->palette().color(QPalette::Base); }
-void TextBox::SetBackColor(const QColor& colour) { setBase(widget(), colour); }
-void TextBox::SetFont(const QFont& font) { widget()->setFont(font); }
-QFont TextBox::Font() const { return widget()->font(); }
+QColor TextBox::BackColor() const
+{
+    return widget()->palette().color(QPalette::Base);
+}
+void TextBox::SetBackColor(const QColor& colour)
+{
+    setBase(widget(), colour);
+}
+void TextBox::SetFont(const QFont& font)
+{
+    widget()->setFont(font);
+}
+QFont TextBox::Font() const
+{
+    return widget()->font();
+}
 
 QVariant TextBox::GetProperty(const QString& name) const
 {
@@ -169,7 +186,10 @@ Label::Label(Form& form, const QString& name, QWidget* container)
     setClickOnRelease(true);
 }
 
-QString Label::Caption() const { return m_label->text(); }
+QString Label::Caption() const
+{
+    return m_label->text();
+}
 
 void Label::SetCaption(const QString& caption)
 {
@@ -186,7 +206,10 @@ void Label::SetAlignment(int alignment)
     m_label->setAlignment(h | Qt::AlignTop);
 }
 
-void Label::SetWordWrap(bool on) { m_label->setWordWrap(on); }
+void Label::SetWordWrap(bool on)
+{
+    m_label->setWordWrap(on);
+}
 
 void Label::SetAutoSize(bool on)
 {
@@ -202,7 +225,10 @@ void Label::SetFont(const QFont& font)
         m_label->adjustSize();
 }
 
-QFont Label::Font() const { return m_label->font(); }
+QFont Label::Font() const
+{
+    return m_label->font();
+}
 
 void Label::SetForeColor(const QColor& colour)
 {
@@ -211,7 +237,10 @@ void Label::SetForeColor(const QColor& colour)
     m_label->setPalette(palette);
 }
 
-void Label::SetBackStyle(int style) { m_label->setAutoFillBackground(style == 1); }
+void Label::SetBackStyle(int style)
+{
+    m_label->setAutoFillBackground(style == 1);
+}
 
 QVariant Label::GetProperty(const QString& name) const
 {
@@ -234,10 +263,10 @@ bool Label::SetProperty(const QString& name, const QVariant& value)
 // ---- PictureBox -----------------------------------------------------------
 
 class PictureSurface : public QWidget {
-public:
+  public:
     PictureSurface(PictureBox& box, QWidget* parent) : QWidget(parent), m_box(box) {}
 
-protected:
+  protected:
     void paintEvent(QPaintEvent*) override
     {
         QPainter painter(this);
@@ -257,7 +286,7 @@ protected:
             m_box.raise(m_box.Click);
     }
 
-private:
+  private:
     PictureBox& m_box;
 };
 
@@ -270,7 +299,10 @@ PictureBox::PictureBox(Form& form, const QString& name, QWidget* container)
 
 PictureBox::~PictureBox() = default;
 
-void PictureBox::SetScaleMode(int mode) { m_scaleMode = mode == 3 ? 3 : 1; }
+void PictureBox::SetScaleMode(int mode)
+{
+    m_scaleMode = mode == 3 ? 3 : 1;
+}
 
 void PictureBox::SetBackColor(const QColor& colour)
 {
@@ -331,8 +363,7 @@ void PictureBox::Line(double x1, double y1, double x2, double y2, const QColor& 
     m_surface->update();
 }
 
-void PictureBox::Box(double x1, double y1, double x2, double y2, const QColor& colour,
-                     bool filled)
+void PictureBox::Box(double x1, double y1, double x2, double y2, const QColor& colour, bool filled)
 {
     ensureCanvas();
     QPainter painter(&m_canvas);
@@ -374,7 +405,10 @@ void PictureBox::PaintPicture(const QImage& picture, double x, double y, double 
     m_surface->update();
 }
 
-QImage PictureBox::Image() const { return m_surface->grab().toImage(); }
+QImage PictureBox::Image() const
+{
+    return m_surface->grab().toImage();
+}
 
 QColor PictureBox::Point(double x, double y) const
 {
@@ -399,11 +433,26 @@ CommandButton::CommandButton(Form& form, const QString& name, QWidget* container
     setWidget(m_button);
 }
 
-QString CommandButton::Caption() const { return m_button->text(); }
-void CommandButton::SetCaption(const QString& caption) { m_button->setText(caption); }
-bool CommandButton::Default() const { return m_button->isDefault(); }
-void CommandButton::SetDefault(bool on) { m_button->setDefault(on); }
-bool CommandButton::IsDefaultButton() const { return Default(); }
+QString CommandButton::Caption() const
+{
+    return m_button->text();
+}
+void CommandButton::SetCaption(const QString& caption)
+{
+    m_button->setText(caption);
+}
+bool CommandButton::Default() const
+{
+    return m_button->isDefault();
+}
+void CommandButton::SetDefault(bool on)
+{
+    m_button->setDefault(on);
+}
+bool CommandButton::IsDefaultButton() const
+{
+    return Default();
+}
 bool CommandButton::PerformClick()
 {
     if (!Enabled() || !Visible())
@@ -444,10 +493,22 @@ OptionButton::OptionButton(Form& form, const QString& name, QWidget* container)
     setWidget(m_button);
 }
 
-QString OptionButton::Caption() const { return m_button->text(); }
-void OptionButton::SetCaption(const QString& caption) { m_button->setText(caption); }
-bool OptionButton::Value() const { return m_button->isChecked(); }
-void OptionButton::SetValue(bool on) { m_button->setChecked(on); }
+QString OptionButton::Caption() const
+{
+    return m_button->text();
+}
+void OptionButton::SetCaption(const QString& caption)
+{
+    m_button->setText(caption);
+}
+bool OptionButton::Value() const
+{
+    return m_button->isChecked();
+}
+void OptionButton::SetValue(bool on)
+{
+    m_button->setChecked(on);
+}
 
 QVariant OptionButton::GetProperty(const QString& name) const
 {
@@ -483,13 +544,34 @@ ComboBox::ComboBox(Form& form, const QString& name, int style, QWidget* containe
     setWidget(m_combo);
 }
 
-void ComboBox::AddItem(const QString& text) { m_combo->addItem(text); }
-void ComboBox::Clear() { m_combo->clear(); }
-int ComboBox::ListCount() const { return m_combo->count(); }
-QString ComboBox::List(int index) const { return m_combo->itemText(index); }
-int ComboBox::ListIndex() const { return m_combo->currentIndex(); }
-void ComboBox::SetListIndex(int index) { m_combo->setCurrentIndex(index); }
-QString ComboBox::Text() const { return m_combo->currentText(); }
+void ComboBox::AddItem(const QString& text)
+{
+    m_combo->addItem(text);
+}
+void ComboBox::Clear()
+{
+    m_combo->clear();
+}
+int ComboBox::ListCount() const
+{
+    return m_combo->count();
+}
+QString ComboBox::List(int index) const
+{
+    return m_combo->itemText(index);
+}
+int ComboBox::ListIndex() const
+{
+    return m_combo->currentIndex();
+}
+void ComboBox::SetListIndex(int index)
+{
+    m_combo->setCurrentIndex(index);
+}
+QString ComboBox::Text() const
+{
+    return m_combo->currentText();
+}
 
 void ComboBox::SetText(const QString& text)
 {
@@ -533,7 +615,10 @@ Timer::Timer(Form& form, const QString& name)
 
 Timer::~Timer() = default;
 
-int Timer::Interval() const { return m_timer->interval(); }
+int Timer::Interval() const
+{
+    return m_timer->interval();
+}
 
 void Timer::SetInterval(int ms)
 {

@@ -23,9 +23,8 @@ namespace fw {
 class PictureSurface;
 
 class TextBox : public Control {
-public:
-    TextBox(Form& form, const QString& name, bool multiLine = false,
-            QWidget* container = nullptr);
+  public:
+    TextBox(Form& form, const QString& name, bool multiLine = false, QWidget* container = nullptr);
 
     QString Text() const;
     /// Raises Change, as every change of the text does.
@@ -51,7 +50,7 @@ public:
     QVariant GetProperty(const QString& name) const override;
     bool SetProperty(const QString& name, const QVariant& value) override;
 
-private:
+  private:
     QLineEdit* m_line = nullptr;
     QPlainTextEdit* m_multi = nullptr;
     bool m_multiLine;
@@ -59,7 +58,7 @@ private:
 };
 
 class Label : public Control {
-public:
+  public:
     Label(Form& form, const QString& name, QWidget* container = nullptr);
     QString Caption() const;
     void SetCaption(const QString& caption);
@@ -74,7 +73,7 @@ public:
     QVariant GetProperty(const QString& name) const override;
     bool SetProperty(const QString& name, const QVariant& value) override;
 
-private:
+  private:
     QLabel* m_label;
     bool m_autoSize = false;
 };
@@ -82,7 +81,7 @@ private:
 /// A picture box: a persistent drawing surface in its own scale mode
 /// (1 twips, 3 pixels) with Cls, lines, boxes and pixel reads.
 class PictureBox : public Control {
-public:
+  public:
     PictureBox(Form& form, const QString& name, QWidget* container = nullptr);
     ~PictureBox() override;
 
@@ -117,7 +116,7 @@ public:
     /// Raised when the surface must be drawn again (AutoRedraw off).
     std::function<void()> Paint;
 
-private:
+  private:
     friend class PictureSurface;
     QPointF toPixels(double x, double y) const;
     void ensureCanvas();
@@ -132,7 +131,7 @@ private:
 };
 
 class CommandButton : public Control {
-public:
+  public:
     CommandButton(Form& form, const QString& name, QWidget* container = nullptr);
     QString Caption() const;
     void SetCaption(const QString& caption);
@@ -149,13 +148,13 @@ public:
     QVariant GetProperty(const QString& name) const override;
     bool SetProperty(const QString& name, const QVariant& value) override;
 
-private:
+  private:
     QPushButton* m_button;
     bool m_cancel = false;
 };
 
 class OptionButton : public Control {
-public:
+  public:
     OptionButton(Form& form, const QString& name, QWidget* container = nullptr);
     QString Caption() const;
     void SetCaption(const QString& caption);
@@ -164,12 +163,12 @@ public:
     QVariant GetProperty(const QString& name) const override;
     bool SetProperty(const QString& name, const QVariant& value) override;
 
-private:
+  private:
     QRadioButton* m_button;
 };
 
 class ComboBox : public Control {
-public:
+  public:
     /// style 0 drop-down with text, 2 list only.
     ComboBox(Form& form, const QString& name, int style = 0, QWidget* container = nullptr);
     void AddItem(const QString& text);
@@ -184,13 +183,13 @@ public:
     QVariant GetProperty(const QString& name) const override;
     bool SetProperty(const QString& name, const QVariant& value) override;
 
-private:
+  private:
     QComboBox* m_combo;
 };
 
 /// A timer control: no window, ticks every Interval milliseconds while Enabled.
 class Timer : public Control {
-public:
+  public:
     Timer(Form& form, const QString& name);
     ~Timer() override;
     int Interval() const;
@@ -201,7 +200,7 @@ public:
     QVariant GetProperty(const QString& name) const override;
     bool SetProperty(const QString& name, const QVariant& value) override;
 
-private:
+  private:
     void sync();
     std::unique_ptr<QTimer> m_timer;
     bool m_enabled = false;

@@ -7,8 +7,14 @@
 
 namespace fw {
 
-inline QString qs(const std::string& s) { return QString::fromStdString(s); }
-inline std::string us(const QString& s) { return s.toStdString(); }
+inline QString qs(const std::string& s)
+{
+    return QString::fromStdString(s);
+}
+inline std::string us(const QString& s)
+{
+    return s.toStdString();
+}
 
 /// The leading integer of a text, as a number is read from "-3D:OFF": optional
 /// blanks and sign, then digits; 0 if there are none.

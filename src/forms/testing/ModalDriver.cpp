@@ -1,6 +1,7 @@
 #include "forms/testing/ModalDriver.h"
 
 #include <QPointer>
+#include <QTest>
 #include <QTimer>
 #include <QWidget>
 
@@ -13,7 +14,10 @@ ModalDriver::ModalDriver()
 
 ModalDriver::~ModalDriver() = default;
 
-void ModalDriver::OnNextModal(Action action) { m_actions.push_back(std::move(action)); }
+void ModalDriver::OnNextModal(Action action)
+{
+    m_actions.push_back(std::move(action));
+}
 
 void ModalDriver::onModalShown(Form* form)
 {
@@ -27,9 +31,11 @@ void ModalDriver::onModalShown(Form* form)
     QTimer::singleShot(0, this, [form, window, action = std::move(action)] {
         if (!window || form->IsUnloaded())
             return;
-        if (!form->HasPainted())
-            window->repaint();
-        action(*form);
+        // The window paints once it is exposed; wait for that rather than forcing it.
+        if (!QTest::qWaitFor([&] { return !window || form->HasPainted(); }, 2000) && window)
+            window->grab();
+        if (window && !form->IsUnloaded())
+            action(*form);
     });
 }
 

@@ -13,7 +13,7 @@ namespace fw::testing {
 
 class ModalDriver : public QObject {
     Q_OBJECT
-public:
+  public:
     using Action = std::function<void(Form&)>;
 
     ModalDriver();
@@ -26,7 +26,7 @@ public:
     /// Forms that were shown modally while this driver listened, in order.
     const std::vector<Form*>& Seen() const { return m_seen; }
 
-private:
+  private:
     void onModalShown(Form* form);
     std::deque<Action> m_actions;
     std::vector<Form*> m_seen;

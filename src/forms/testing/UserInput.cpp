@@ -60,6 +60,9 @@ void CloseWindow(Form& form)
     form.window()->close();
 }
 
-void ProcessEvents() { QApplication::processEvents(); }
+void ProcessEvents()
+{
+    QApplication::processEvents();
+}
 
 } // namespace fw::testing

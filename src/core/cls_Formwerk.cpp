@@ -1,0 +1,92 @@
+#include "core/cls_Formwerk.h"
+
+#include "dialogs/frm_DialogMessage.h"
+#include "forms/Resume.h"
+
+#include <QMessageBox>
+#include <QString>
+#include <functional>
+
+namespace fw {
+
+namespace {
+using Maker = std::function<std::unique_ptr<Form>()>;
+
+template <class T> Maker make()
+{
+    return [] { return std::make_unique<T>(); };
+}
+
+struct Entry {
+    const char* name;
+    Maker maker; ///< empty: the form of this name is not part of the library yet
+};
+
+// The name table in the order it is tested; the first match wins. Names that
+// stand in it twice can never match the second time, so each stands once.
+const std::vector<Entry>& table()
+{
+    static const std::vector<Entry> entries{
+        {"frm_InternetFTPConsole", {}},
+        {"frm_InternetFTPConfirm", {}},
+        {"frm_InternetFTPSync", {}},
+        {"frm_DialogFolder", {}},
+        {"frm_DialogMonitor", {}},
+        {"frm_DialogFileSync", {}},
+        {"frm_DialogFileSyncConfirm", {}},
+        {"frm_DialogMessage", make<frm_DialogMessage>()},
+        {"frm_DialogFile", {}},
+        {"frm_DialogFileResource", {}},
+        {"frm_DialogInput", {}},
+        {"frm_DialogInputDbl", {}},
+        {"frm_DialogPath", {}}, // an alias of frm_DialogFolder
+        {"frm_DialogText", {}},
+        {"frm_DialogColor", {}},
+        {"frm_DialogInputMulti", {}},
+        {"frm_DialogPassword", {}},
+        {"frm_DialogCritical", {}}, // the fading notice, which opens the critical choice itself
+        {"frm_DialogXMLInspector", {}},
+        {"frm_DialogProcess", {}},
+    };
+    return entries;
+}
+
+// The one message the library shows by itself, through the platform rather
+// than the host: the host may be what is broken.
+void reportUnknown(const std::string& name)
+{
+    QMessageBox box(QMessageBox::Critical, QStringLiteral("KRITISCHER FEHLER"),
+                    QStringLiteral("DIALOG '") + QString::fromStdString(name) +
+                        QStringLiteral("' WURDE NICHT GEFUNDEN!"),
+                    QMessageBox::Ok);
+    box.setObjectName(QStringLiteral("fw_UnknownDialog"));
+    box.exec();
+}
+} // namespace
+
+std::unique_ptr<Form> cls_Formwerk::Create(const std::string& pDlg)
+{
+    s_used = true;
+    for (const Entry& entry : table()) {
+        if (pDlg != entry.name)
+            continue;
+        if (!entry.maker)
+            break;
+        std::unique_ptr<Form> form;
+        Resume([&] { form = entry.maker(); });
+        return form;
+    }
+    reportUnknown(pDlg);
+    return nullptr;
+}
+
+std::vector<std::string> cls_Formwerk::Names()
+{
+    std::vector<std::string> names;
+    for (const Entry& entry : table())
+        if (entry.maker)
+            names.emplace_back(entry.name);
+    return names;
+}
+
+} // namespace fw

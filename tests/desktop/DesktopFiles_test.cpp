@@ -1,0 +1,137 @@
+// Files: atomic text writes that fail honestly, listings, sizes and dates.
+#include "desktop/DesktopApp.h"
+#include "desktop/DesktopFiles.h"
+
+#include <QDir>
+#include <QFile>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+using fw::desktop::DesktopFiles;
+
+namespace {
+
+std::string pathIn(const QTemporaryDir& dir, const char* name)
+{
+    return dir.filePath(name).toStdString();
+}
+
+QByteArray contentOf(const std::string& path)
+{
+    QFile file(QString::fromStdString(path));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+TEST(DesktopFiles, WriteTextFileReplacesTheWholeFileAsUtf8)
+{
+    QTemporaryDir dir;
+    DesktopFiles files;
+    const std::string path = pathIn(dir, "notes.txt");
+    ASSERT_TRUE(files.WriteTextFile(path, "erste Fassung, länger als die zweite", "", -1));
+    ASSERT_TRUE(files.WriteTextFile(path, "Grüße\n", "", -1));
+    EXPECT_EQ(contentOf(path), QByteArray("Grüße\n"));
+    EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files | QDir::Hidden), QStringList{"notes.txt"});
+}
+
+TEST(DesktopFiles, WriteTextFileFailsHonestlyAndKeepsTheOldFile)
+{
+    QTemporaryDir dir;
+    DesktopFiles files;
+    // A regular file where a folder should be stops any user, root included.
+    const std::string blocker = pathIn(dir, "plain");
+    ASSERT_TRUE(files.WriteTextFile(blocker, "old", "", -1));
+    EXPECT_FALSE(files.WriteTextFile(blocker + "/inside.txt", "x", "", -1));
+    EXPECT_FALSE(files.WriteTextFile("", "x", "", -1));
+    EXPECT_EQ(contentOf(blocker), QByteArray("old"));
+}
+
+TEST(DesktopFiles, WriteTextFileIntoAReadOnlyFolderFails)
+{
+    if (geteuid() == 0)
+        GTEST_SKIP() << "root writes into read-only folders";
+    QTemporaryDir dir;
+    DesktopFiles files;
+    const std::string path = pathIn(dir, "kept.txt");
+    ASSERT_TRUE(files.WriteTextFile(path, "old", "", -1));
+    QFile::setPermissions(dir.path(), QFile::ReadOwner | QFile::ExeOwner);
+    EXPECT_FALSE(files.WriteTextFile(path, "new", "", -1));
+    QFile::setPermissions(dir.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    EXPECT_EQ(contentOf(path), QByteArray("old"));
+}
+
+TEST(DesktopFiles, FoldersAndFilesAreToldApart)
+{
+    QTemporaryDir dir;
+    DesktopFiles files;
+    const std::string folder = pathIn(dir, "a/b/c");
+    const std::string file = pathIn(dir, "a/b/c/f.txt");
+    EXPECT_TRUE(files.CreateFolder(folder));
+    EXPECT_TRUE(files.FolderExists(folder));
+    EXPECT_FALSE(files.FileExists(folder));
+    EXPECT_FALSE(files.IsRealFile(folder));
+    ASSERT_TRUE(files.WriteTextFile(file, "12345", "", -1));
+    EXPECT_TRUE(files.FileExists(file));
+    EXPECT_TRUE(files.IsRealFile(file));
+    EXPECT_FALSE(files.IsRealFile("DESKTOP:\\"));
+    EXPECT_EQ(files.FileSize(file), 5);
+    EXPECT_NEAR(double(files.FileDate(file)), double(QDateTime::currentSecsSinceEpoch()), 60);
+    EXPECT_EQ(files.FileSize(pathIn(dir, "missing")), -1);
+    EXPECT_EQ(files.FileDate(pathIn(dir, "missing")), -1);
+    EXPECT_FALSE(files.DeleteFile(folder));
+    EXPECT_TRUE(files.DeleteFile(file));
+    EXPECT_FALSE(files.FileExists(file));
+    EXPECT_TRUE(files.DeleteFolder(pathIn(dir, "a")));
+    EXPECT_FALSE(files.FolderExists(pathIn(dir, "a")));
+    EXPECT_FALSE(files.DeleteFolder("/"));
+    EXPECT_FALSE(files.DeleteFolder(QDir::homePath().toStdString()));
+}
+
+TEST(DesktopFiles, ListFilesFiltersFilesAndKeepsFolders)
+{
+    QTemporaryDir dir;
+    DesktopFiles files;
+    files.CreateFolder(pathIn(dir, "Sub"));
+    files.WriteTextFile(pathIn(dir, "b.TXT"), "x", "", -1);
+    files.WriteTextFile(pathIn(dir, "a.txt"), "xy", "", -1);
+    files.WriteTextFile(pathIn(dir, "c.log"), "z", "", -1);
+    const auto entries = files.ListFiles(dir.path().toStdString(), "*.txt");
+    std::vector<std::string> names;
+    for (const auto& entry : entries)
+        names.push_back(entry.Name + (entry.IsFolder ? "/" : ""));
+    EXPECT_EQ(names, (std::vector<std::string>{"Sub/", "a.txt", "b.TXT"}));
+    EXPECT_EQ(entries[1].Size, 2);
+    EXPECT_EQ(files.ListFiles(dir.path().toStdString(), "*.txt;*.log").size(), 4u);
+    EXPECT_EQ(files.ListFiles(dir.path().toStdString(), "").size(), 4u);
+    EXPECT_TRUE(files.ListFiles(pathIn(dir, "missing"), "*").empty());
+}
+
+TEST(DesktopFiles, SizeTextUsesBinaryUnitsAndADecimalComma)
+{
+    DesktopFiles files;
+    EXPECT_EQ(files.SizeText(0), "0 Bytes");
+    EXPECT_EQ(files.SizeText(1023), "1023 Bytes");
+    EXPECT_EQ(files.SizeText(1536), "1,5 KB");
+    EXPECT_EQ(files.SizeText(3 * 1024 * 1024 + 200 * 1024), "3,2 MB");
+    EXPECT_EQ(files.SizeText(5LL * 1024 * 1024 * 1024), "5,0 GB");
+}
+
+TEST(DesktopApp, FoldersEndInASlashAndStampsAreLocalTime)
+{
+    fw::desktop::DesktopApp app;
+    fw::desktop::DesktopSystemFolders system;
+    for (const std::string& folder : {app.UserFolder(), app.SamplesFolder(), app.SharedFolder(),
+                                      system.DesktopFolder(), system.DocumentsFolder()}) {
+        ASSERT_FALSE(folder.empty());
+        EXPECT_EQ(folder.front(), '/') << folder;
+        EXPECT_EQ(folder.back(), '/') << folder;
+    }
+    EXPECT_NE(app.SamplesFolder(), app.SharedFolder());
+    const QString stamp = QString::fromStdString(fw::desktop::DesktopClock().logStamp());
+    EXPECT_TRUE(
+        QRegularExpression("^\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d$").match(stamp).hasMatch())
+        << stamp.toStdString();
+}
+
+} // namespace

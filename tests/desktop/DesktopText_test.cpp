@@ -1,0 +1,132 @@
+// Text tools and colours: pairs that round-trip anything, words, paths on
+// both separators, and colour shades.
+#include "desktop/DesktopColours.h"
+#include "desktop/DesktopText.h"
+
+#include <gtest/gtest.h>
+
+using fw::desktop::DesktopColours;
+using fw::desktop::DesktopText;
+
+namespace {
+
+TEST(DesktopText, PairsRoundTripAnyTwoTexts)
+{
+    DesktopText text;
+    const std::pair<std::string, std::string> cases[] = {
+        {"", ""},          {"Name", "Wert"},          {"a|b", "c|d"},
+        {"12:34", ":"},    {"line\nbreak\r\n", "\n"}, {std::string("nul\0byte", 8), "x"},
+        {"Grüße", "ÄÖÜ€"}, {"3:abc", "1:"},           {std::string(10000, ':'), ""},
+    };
+    for (const auto& [first, second] : cases) {
+        std::string a = "old", b = "old";
+        ASSERT_TRUE(text.Pairs().Unpack(text.Pairs().Pack(first, second), a, b)) << first;
+        EXPECT_EQ(a, first);
+        EXPECT_EQ(b, second);
+    }
+}
+
+TEST(DesktopText, UnpackOfAForeignTextGivesItAsTheFirstValue)
+{
+    DesktopText text;
+    for (const std::string foreign : {"plain", "", "99:short", "x:y", ":abc", "-1:a"}) {
+        std::string a, b = "old";
+        EXPECT_FALSE(text.Pairs().Unpack(foreign, a, b)) << foreign;
+        EXPECT_EQ(a, foreign);
+        EXPECT_EQ(b, "");
+    }
+}
+
+TEST(DesktopText, WordsSplitAtTheSeparator)
+{
+    DesktopText text;
+    auto& words = text.Words();
+    EXPECT_EQ(words.TextBefore("a|b|c", "|", false), "a");
+    EXPECT_EQ(words.TextBeforeLast("a|b|c", "|", false), "a|b");
+    EXPECT_EQ(words.TextAfter("a|b|c", "|", false), "b|c");
+    EXPECT_EQ(words.TextBefore("abc", "|", false), "abc");
+    EXPECT_EQ(words.TextAfter("abc", "|", false), "");
+    EXPECT_EQ(words.TextAfter("xANDy", "and", false), "");
+    EXPECT_EQ(words.TextAfter("xANDy", "and", true), "y");
+    EXPECT_EQ(words.TextBefore("xANDy", "and", true), "x");
+}
+
+TEST(DesktopText, PathsWorkOnRealAndResourcePaths)
+{
+    DesktopText text;
+    auto& paths = text.Paths();
+    EXPECT_EQ(paths.AddBackslash("/home/u"), "/home/u/");
+    EXPECT_EQ(paths.AddBackslash("/home/u/"), "/home/u/");
+    EXPECT_EQ(paths.AddBackslash("Ico\\20"), "Ico\\20\\");
+    EXPECT_EQ(paths.AddBackslash(""), "");
+    EXPECT_EQ(paths.DrivePart("/home/u"), "/");
+    EXPECT_EQ(paths.DrivePart("DESKTOP:\\a"), "DESKTOP:\\");
+    EXPECT_EQ(paths.DrivePart("\\\\host\\share\\x"), "\\\\host\\share\\");
+    EXPECT_EQ(paths.DrivePart("relative/x"), "");
+    EXPECT_EQ(paths.FolderPart("/a/b/c.txt"), "/a/b/");
+    EXPECT_EQ(paths.FileName("/a/b/c.txt"), "c.txt");
+    EXPECT_EQ(paths.FileName("Ico\\20\\Signs\\OK.ico"), "OK.ico");
+    EXPECT_EQ(paths.Extension("Ico\\20\\Signs\\OK.ico"), "ico");
+    EXPECT_EQ(paths.Extension("/a/b.tar.gz"), "gz");
+    EXPECT_EQ(paths.Extension("/a/.profile"), "");
+    EXPECT_EQ(paths.Extension("/a.b/c"), "");
+    EXPECT_EQ(paths.FolderName("/a/b/"), "b");
+    EXPECT_EQ(paths.FolderName("Ico\\20\\Signs"), "Signs");
+    EXPECT_EQ(paths.FolderName("/"), "");
+    EXPECT_EQ(paths.ParentPath("/a/b/c"), "/a/b/");
+    EXPECT_EQ(paths.ParentPath("/a/b/c/"), "/a/b/");
+    EXPECT_EQ(paths.ParentPath("/a"), "/");
+    EXPECT_EQ(paths.ParentPath("/"), "");
+    EXPECT_EQ(paths.ParentText("/a/b/c"), "b");
+    EXPECT_EQ(paths.Combine("/a", "b.txt"), "/a/b.txt");
+    EXPECT_EQ(paths.Combine("/a/", "/b.txt"), "/a/b.txt");
+    EXPECT_EQ(paths.Combine("Ico\\20", "x.ico"), "Ico\\20\\x.ico");
+    EXPECT_EQ(paths.Combine("", "b"), "b");
+}
+
+TEST(DesktopColours, ColoursKeepRedInTheLowByte)
+{
+    DesktopColours colours;
+    int r = 0, g = 0, b = 0;
+    colours.Tools().splitColour(0x00332211u, r, g, b);
+    EXPECT_EQ(r, 0x11);
+    EXPECT_EQ(g, 0x22);
+    EXPECT_EQ(b, 0x33);
+}
+
+TEST(DesktopColours, SchemeSetsErrorsAndQuestionsApartFromTheDefault)
+{
+    DesktopColours colours;
+    auto& tools = colours.Tools();
+    const auto base = tools.GetSchemeColor(0);
+    int r = 0, g = 0, b = 0;
+    tools.splitColour(base, r, g, b);
+    EXPECT_GT(b, r) << "the default is a blue";
+    tools.splitColour(tools.GetSchemeColor(6), r, g, b);
+    EXPECT_GT(r, 2 * g) << "errors are red";
+    EXPECT_GT(r, 2 * b);
+    EXPECT_NE(tools.GetSchemeColor(7), base);
+    EXPECT_NE(tools.GetSchemeColor(7), tools.GetSchemeColor(6));
+    EXPECT_EQ(tools.GetSchemeColor(-1), base);
+    EXPECT_EQ(tools.GetSchemeColor(1000), base);
+}
+
+TEST(DesktopColours, ShadesMoveTowardsWhiteAndBlack)
+{
+    DesktopColours colours;
+    auto& tools = colours.Tools();
+    const std::uint32_t colour = DesktopColours::Rgb(100, 150, 200);
+    EXPECT_EQ(tools.ColorShadeA(colour, 0, 0), colour);
+    EXPECT_EQ(tools.ColorShadeA(colour, 0, 255), DesktopColours::Rgb(255, 255, 255));
+    EXPECT_EQ(tools.ColorShadeB(colour, 0, 255), DesktopColours::Rgb(0, 0, 0));
+    int r = 0, g = 0, b = 0;
+    tools.splitColour(tools.ColorShadeA(colour, 0, 128), r, g, b);
+    EXPECT_GT(r, 100);
+    EXPECT_LT(r, 255);
+    tools.splitColour(tools.ColorShadeB(colour, 0, 128), r, g, b);
+    EXPECT_LT(b, 200);
+    EXPECT_GT(b, 0);
+    EXPECT_EQ(tools.ColorShadeB(colour, 0, 1000), DesktopColours::Rgb(0, 0, 0));
+}
+
+} // namespace

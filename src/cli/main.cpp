@@ -1,4 +1,7 @@
 // `formwerk`: shows one of the library's dialogs and prints the answer.
 #include "cli/Cli.h"
 
-int main(int argc, char** argv) { return fw::cli::Main(argc, argv); }
+int main(int argc, char** argv)
+{
+    return fw::cli::Main(argc, argv);
+}

@@ -1,0 +1,237 @@
+#include "cli/Cli.h"
+
+#include "cli/Members.h"
+#include "cli/Options.h"
+#include "cli/ScriptKeys.h"
+#include "core/HasContext.h"
+#include "core/cls_Formwerk.h"
+#include "desktop/DesktopHost.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QHash>
+#include <QImage>
+#include <QJsonDocument>
+#include <QPixmap>
+#include <QWidget>
+#include <cstdio>
+#include <exception>
+
+namespace fw::cli {
+
+namespace {
+
+// The result members each dialog writes besides Result; a dialog that answers
+// with more than a code adds its row ("Texts.InputText"...).
+const QHash<QString, QStringList>& resultMembers()
+{
+    static const QHash<QString, QStringList> table{
+        {QStringLiteral("frm_DialogMessage"), {}},
+    };
+    return table;
+}
+
+struct Failure {
+    int code = ExitOk;
+    QString message;
+    explicit operator bool() const { return code != ExitOk; }
+};
+
+Failure readRequest(const QString& path, QJsonObject& request)
+{
+    QFile file(path);
+    const bool opened = path == QLatin1String("-") ? file.open(stdin, QIODevice::ReadOnly)
+                                                   : file.open(QIODevice::ReadOnly);
+    if (!opened)
+        return {ExitNoInput,
+                QStringLiteral("cannot read request file '%1': %2").arg(path, file.errorString())};
+    const QByteArray bytes = file.readAll();
+    QJsonParseError error;
+    const QJsonDocument document = QJsonDocument::fromJson(bytes, &error);
+    if (error.error != QJsonParseError::NoError)
+        return {ExitData, QStringLiteral("request: not valid JSON: %1 at offset %2")
+                              .arg(error.errorString())
+                              .arg(error.offset)};
+    if (!document.isObject())
+        return {ExitData, QStringLiteral("request: the top level must be a JSON object")};
+    request = document.object();
+    return {};
+}
+
+// The request file first, then the command line's members over it.
+Failure fillRecords(const Invocation& inv, DialogContext& context, QVariantMap& publics)
+{
+    if (!inv.requestFile.isEmpty()) {
+        QJsonObject request;
+        if (Failure failure = readRequest(inv.requestFile, request))
+            return failure;
+        if (QString error = ApplyRequest(request, context, publics); !error.isEmpty())
+            return {ExitData, QStringLiteral("request: ") + error};
+    }
+    for (const auto& [path, value] : inv.members) {
+        const Member* member = FindMember(path);
+        if (member->isPublic())
+            publics.insert(member->shortName(), ToVariant(value, member->kind));
+        else
+            member->set(context, value);
+    }
+    return {};
+}
+
+// The process-wide language choice lasts for one run only, so that a host
+// (or a test) that runs the command in-process gets its own language back.
+class LanguageScope {
+  public:
+    explicit LanguageScope(int id) : m_set(id != 0)
+    {
+        if (m_set)
+            desktop::SetLanguageOverride(id);
+    }
+    ~LanguageScope()
+    {
+        if (m_set)
+            desktop::SetLanguageOverride(0);
+    }
+    LanguageScope(const LanguageScope&) = delete;
+    LanguageScope& operator=(const LanguageScope&) = delete;
+
+  private:
+    bool m_set;
+};
+
+Failure screenshot(Form& form, const QString& path)
+{
+    form.Show(false);
+    QElapsedTimer clock;
+    clock.start();
+    while (form.IsLoaded() && !form.HasPainted() && clock.elapsed() < 5000)
+        QApplication::processEvents(QEventLoop::AllEvents, 20);
+    if (form.IsLoaded() && !form.HasPainted())
+        form.window()->repaint(); // a platform that never exposes the window
+    if (!form.IsLoaded() || !form.HasPainted())
+        return {ExitSoftware, QStringLiteral("the dialog closed before it was painted")};
+    // The first paint may move and resize controls; let that settle.
+    QApplication::processEvents();
+    const QImage image = form.window()->grab().toImage();
+    form.Unload();
+    if (image.isNull() || !image.save(path, "PNG"))
+        return {ExitCantCreate, QStringLiteral("cannot write screenshot '%1'").arg(path)};
+    return {};
+}
+
+Failure runDialog(const Invocation& inv, QTextStream& out)
+{
+    auto context = std::make_shared<DialogContext>();
+    QVariantMap publics;
+    if (Failure failure = fillRecords(inv, *context, publics))
+        return failure;
+    const KeyScript script = ParseKeyScript(qEnvironmentVariable("FORMWERK_SCRIPT_KEYS"));
+    if (!script.error.isEmpty())
+        return {ExitUsage, script.error};
+    if (!qobject_cast<QApplication*>(QCoreApplication::instance()))
+        return {ExitSoftware, QStringLiteral("a dialog needs a QApplication")};
+
+    LanguageScope language(inv.language);
+    std::unique_ptr<Form> form = cls_Formwerk().Create(inv.dialog.toStdString());
+    auto* host = dynamic_cast<HasContext*>(form.get());
+    if (!host)
+        return {ExitSoftware, QStringLiteral("dialog '%1' could not be made").arg(inv.dialog)};
+    host->Context = context;
+    for (auto it = publics.cbegin(); it != publics.cend(); ++it)
+        if (!form->SetPublic(it.key(), it.value()))
+            return {ExitUsage,
+                    QStringLiteral("%1 has no public variable %2").arg(inv.dialog, it.key())};
+
+    try {
+        if (!inv.screenshot.isEmpty())
+            return screenshot(*form, inv.screenshot);
+        KeyTyper typer(script.keys);
+        form->Show(true);
+    } catch (const std::exception& e) {
+        return {ExitSoftware, QStringLiteral("dialog '%1' failed: %2")
+                                  .arg(inv.dialog, QString::fromLocal8Bit(e.what()))};
+    }
+    out << QJsonDocument(Answer(inv.dialog, *context)).toJson(QJsonDocument::Compact) << '\n';
+    out.flush();
+    return {ExitCodeOf(context->Request.Result), {}};
+}
+
+} // namespace
+
+QJsonObject Answer(const QString& dialog, const DialogContext& context)
+{
+    QJsonObject answer{{QStringLiteral("Result"), static_cast<int>(context.Request.Result)}};
+    for (const QString& path : resultMembers().value(dialog))
+        if (const Member* member = FindMember(path))
+            answer.insert(member->shortName(), member->get(context));
+    return answer;
+}
+
+int ExitCodeOf(int result)
+{
+    return result & 0xff;
+}
+
+int Run(const QStringList& args, QTextStream& out, QTextStream& err)
+{
+    const ParseResult parsed = Parse(args);
+    const Invocation& inv = parsed.invocation;
+    Failure failure;
+    if (!parsed.error.isEmpty()) {
+        failure = {ExitUsage, parsed.error};
+    } else if (inv.help) {
+        out << HelpText();
+    } else if (inv.list) {
+        for (const std::string& name : cls_Formwerk::Names())
+            out << QString::fromStdString(name) << '\n';
+    } else {
+        failure = runDialog(inv, out);
+    }
+    out.flush();
+    if (failure && !failure.message.isEmpty()) {
+        err << "formwerk: " << failure.message << '\n';
+        err.flush();
+    }
+    return failure.code;
+}
+
+QString DisplayProblem(bool screenshot)
+{
+    const QByteArray platform = qgetenv("QT_QPA_PLATFORM");
+    // Only the default (X11) and Wayland platforms need a display server.
+    const bool needsServer =
+        platform.isEmpty() || platform.startsWith("xcb") || platform.startsWith("wayland");
+    if (!needsServer || screenshot || !qEnvironmentVariableIsEmpty("DISPLAY") ||
+        !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
+        return {};
+    return QStringLiteral("no display to show the dialog on (set DISPLAY, or use --screenshot)");
+}
+
+int Main(int argc, char** argv)
+{
+    QStringList args;
+    for (int i = 1; i < argc; ++i)
+        args << QString::fromLocal8Bit(argv[i]);
+    QTextStream out(stdout);
+    QTextStream err(stderr);
+
+    const ParseResult parsed = Parse(args);
+    if (!parsed.error.isEmpty() || !parsed.invocation.needsWindow())
+        return Run(args, out, err);
+    const bool screenshot = !parsed.invocation.screenshot.isEmpty();
+    if (const QString problem = DisplayProblem(screenshot); !problem.isEmpty()) {
+        err << "formwerk: " << problem << '\n';
+        return ExitUnavailable;
+    }
+    // A screenshot never flashes a window on the user's screen, and looks the
+    // same with or without a display.
+    if (screenshot && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+
+    QApplication app(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("formwerk"));
+    return Run(args, out, err);
+}
+
+} // namespace fw::cli

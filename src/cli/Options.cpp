@@ -1,0 +1,201 @@
+#include "cli/Options.h"
+
+#include "cli/Members.h"
+#include "core/cls_Formwerk.h"
+
+#include <array>
+
+namespace fw::cli {
+
+namespace {
+
+// A later dialog adds its options here, one row each; the member's kind in the
+// member table decides how the argument is read.
+constexpr std::array kOptions{
+    Option{"title", "TEXT", Setting::Member, "Request.Title",
+           "title; \"Head: second line\" gives a two-line header"},
+    Option{"text", "TEXT", Setting::Member, "Texts.Description", "the message text"},
+    Option{"text2", "TEXT", Setting::Member, "Texts.Description2", "a second text"},
+    Option{"flags", "N", Setting::Member, "Request.Flags",
+           "button set: 0 OK, 1 OK/Cancel, 2 Abort/Retry/Ignore, 3 Yes/No/Cancel, 4 Yes/No, "
+           "5 Retry/Cancel"},
+    Option{"icon", "PATH", Setting::Member, "Request.IconPath",
+           "icon resource path, such as Ico\\32\\Computer\\Signs\\Question.ico"},
+    Option{"mode", "N", Setting::Member, "Public.DialogMode", "the message dialog's DialogMode"},
+    Option{"language", "de|en", Setting::Language, nullptr,
+           "language of the dialog's own texts (default: from the locale)"},
+    Option{"request", "FILE", Setting::Request, nullptr,
+           "JSON host records, \"-\" for standard input; other options override its members"},
+    Option{"screenshot", "FILE", Setting::Screenshot, nullptr,
+           "save a PNG of the dialog after its first paint and close it unanswered"},
+    Option{"list", nullptr, Setting::List, nullptr, "print the dialog names and exit"},
+    Option{"help", nullptr, Setting::Help, nullptr, "print this help and exit"},
+};
+
+const Option* findOption(const QString& name)
+{
+    for (const Option& option : kOptions)
+        if (name == QLatin1String(option.name))
+            return &option;
+    return nullptr;
+}
+
+QString applyOption(const Option& option, const QString& value, Invocation& inv)
+{
+    const QString dashed = QStringLiteral("--") + QLatin1String(option.name);
+    switch (option.setting) {
+    case Setting::Member: {
+        const Member* member = FindMember(QLatin1String(option.member));
+        const QJsonValue parsed = ParseArgument(value, member->kind);
+        if (parsed.isUndefined())
+            return QStringLiteral("%1 needs %2, not '%3'")
+                .arg(dashed, KindName(member->kind), value);
+        inv.members.emplace_back(QLatin1String(option.member), parsed);
+        return {};
+    }
+    case Setting::Language:
+        if (value == QLatin1String("de"))
+            inv.language = 7;
+        else if (value == QLatin1String("en"))
+            inv.language = 9;
+        else
+            return QStringLiteral("--language takes de or en, not '%1'").arg(value);
+        return {};
+    case Setting::Request:
+        inv.requestFile = value;
+        return {};
+    case Setting::Screenshot:
+        inv.screenshot = value;
+        return {};
+    case Setting::List:
+        inv.list = true;
+        return {};
+    case Setting::Help:
+        inv.help = true;
+        return {};
+    }
+    return {};
+}
+
+// Words of a help text on lines up to width columns, the later lines indented.
+QString wrap(const QString& help, int indent, int width)
+{
+    QString wrapped;
+    int column = indent;
+    for (const QString& word : help.split(u' ', Qt::SkipEmptyParts)) {
+        if (column > indent && column + 1 + word.size() > width) {
+            wrapped += u'\n' + QString(indent, u' ');
+            column = indent;
+        } else if (column > indent) {
+            wrapped += u' ';
+            ++column;
+        }
+        wrapped += word;
+        column += word.size();
+    }
+    return wrapped;
+}
+
+} // namespace
+
+std::span<const Option> Options()
+{
+    return kOptions;
+}
+
+ParseResult Parse(const QStringList& args)
+{
+    ParseResult result;
+    Invocation& inv = result.invocation;
+    QStringList positional;
+    bool optionsEnded = false;
+    for (qsizetype i = 0; i < args.size(); ++i) {
+        const QString& arg = args[i];
+        if (optionsEnded || !arg.startsWith(u'-') || arg == QLatin1String("-")) {
+            positional << arg;
+            continue;
+        }
+        if (arg == QLatin1String("--")) {
+            optionsEnded = true;
+            continue;
+        }
+        if (arg == QLatin1String("-h")) {
+            inv.help = true;
+            continue;
+        }
+        // Both "--name value" and "--name=value".
+        const qsizetype eq = arg.indexOf(u'=');
+        const QString name = arg.mid(2, eq < 0 ? -1 : eq - 2);
+        const Option* option = arg.startsWith(QLatin1String("--")) ? findOption(name) : nullptr;
+        if (!option) {
+            result.error = QStringLiteral("unknown option '%1' (see formwerk --help)").arg(arg);
+            return result;
+        }
+        QString value;
+        if (option->value && eq >= 0) {
+            value = arg.mid(eq + 1);
+        } else if (option->value) {
+            if (i + 1 >= args.size()) {
+                result.error =
+                    QStringLiteral("--%1 needs a value").arg(QLatin1String(option->name));
+                return result;
+            }
+            value = args[++i];
+        } else if (eq >= 0) {
+            result.error = QStringLiteral("--%1 takes no value").arg(QLatin1String(option->name));
+            return result;
+        }
+        if (QString error = applyOption(*option, value, inv); !error.isEmpty()) {
+            result.error = error;
+            return result;
+        }
+    }
+    if (!inv.needsWindow())
+        return result;
+    if (positional.isEmpty()) {
+        result.error = QStringLiteral("which dialog? (formwerk --list names them)");
+        return result;
+    }
+    if (positional.size() > 1) {
+        result.error = QStringLiteral("one dialog at a time: unexpected '%1'").arg(positional[1]);
+        return result;
+    }
+    inv.dialog = positional.front();
+    // Checked here and not left to the factory, which would put up a message box.
+    bool known = false;
+    for (const std::string& name : cls_Formwerk::Names())
+        known = known || inv.dialog == QString::fromStdString(name);
+    if (!known)
+        result.error =
+            QStringLiteral("unknown dialog '%1' (formwerk --list names them)").arg(inv.dialog);
+    return result;
+}
+
+QString HelpText()
+{
+    QString text =
+        QStringLiteral("Usage: formwerk NAME [options]\n"
+                       "       formwerk --list\n"
+                       "Shows the dialog NAME in a window, prints the answer as one JSON object\n"
+                       "such as {\"Result\":6} and exits with the result code (negative codes as\n"
+                       "their low byte: -3 exits 253).\n\nOptions:\n");
+    for (const Option& option : kOptions) {
+        QString head = QStringLiteral("  --") + QLatin1String(option.name);
+        if (option.value)
+            head += u' ' + QLatin1String(option.value);
+        text += head.leftJustified(22) + u' ' + wrap(QLatin1String(option.help), 23, 79) + u'\n';
+    }
+    text += QStringLiteral(
+        "\nA request file holds the host records by their member names, for example\n"
+        "  {\"Request\":{\"Title\":\"Save?\",\"Flags\":4},\"Texts\":{\"Description\":\"...\"},\n"
+        "   \"Public\":{\"DialogMode\":0}}\n"
+        "It is read first; options on the command line then replace single members.\n"
+        "\nEnvironment:\n"
+        "  FORMWERK_SCRIPT_KEYS  keys typed into the dialog after its first paint,\n"
+        "                        separated by spaces, e.g. \"Escape\", \"k\", \"Shift+F12\"\n"
+        "\nExit codes: the result code; 64 bad usage, 65 bad request data, 66 request\n"
+        "file unreadable, 69 no display, 70 dialog failed, 73 screenshot not written.\n");
+    return text;
+}
+
+} // namespace fw::cli

@@ -1,0 +1,66 @@
+#pragma once
+// The command line of `formwerk`: a table of options and the parse of an
+// argument list into an Invocation. Parsing touches no window and no file, so
+// it can run before the application object exists.
+
+#include <QJsonValue>
+#include <QString>
+#include <QStringList>
+#include <span>
+#include <utility>
+#include <vector>
+
+namespace fw::cli {
+
+/// Exit codes of the tool besides a dialog's answer (the BSD sysexits values).
+enum Exit : int {
+    ExitOk = 0,
+    ExitUsage = 64,       ///< bad command line
+    ExitData = 65,        ///< malformed request
+    ExitNoInput = 66,     ///< request file unreadable
+    ExitUnavailable = 69, ///< no display to show a dialog on
+    ExitSoftware = 70,    ///< the dialog could not be made or painted
+    ExitCantCreate = 73,  ///< screenshot could not be written
+};
+
+/// What an option does besides filling a record member.
+enum class Setting { Member, Language, Request, Screenshot, List, Help };
+
+struct Option {
+    const char* name;  ///< long name without the leading "--"
+    const char* value; ///< placeholder of its argument; null for a switch
+    Setting setting;
+    const char* member; ///< record member or public variable filled (Setting::Member)
+    const char* help;
+};
+
+/// Every option, in the order --help lists them.
+std::span<const Option> Options();
+
+/// A parsed command line.
+struct Invocation {
+    QString dialog;
+    /// Members named on the command line, in order; they win over --request.
+    std::vector<std::pair<QString, QJsonValue>> members;
+    int language = 0;    ///< 0: the environment's, else 7 German or 9 English
+    QString requestFile; ///< "-" for standard input
+    QString screenshot;
+    bool list = false;
+    bool help = false;
+
+    /// Whether this run opens a window (and so needs a display or --screenshot).
+    bool needsWindow() const { return !help && !list; }
+};
+
+struct ParseResult {
+    Invocation invocation;
+    QString error; ///< empty on success; one line without the "formwerk: " prefix
+};
+
+/// Parses the arguments after the program name.
+ParseResult Parse(const QStringList& args);
+
+/// The text of --help.
+QString HelpText();
+
+} // namespace fw::cli

@@ -1,0 +1,42 @@
+#pragma once
+// FORMWERK_SCRIPT_KEYS: keys typed into the first dialog after its first
+// paint, so that shell scripts and end-to-end tests can answer a dialog that
+// runs in its own process. Keys go through the application's normal event
+// delivery, as a person's keys do.
+
+#include <QKeyCombination>
+#include <QObject>
+#include <QString>
+#include <vector>
+
+namespace fw {
+class Form;
+}
+
+namespace fw::cli {
+
+/// Parsed keys, or an error naming the first key that is not one.
+struct KeyScript {
+    std::vector<QKeyCombination> keys;
+    QString error;
+};
+
+/// Reads a space-separated list of key names in Qt's portable notation
+/// ("Escape", "k", "Shift+F12", "Return").
+KeyScript ParseKeyScript(const QString& text);
+
+/// Types a script into the next form shown modally, once that form has painted.
+class KeyTyper : public QObject {
+  public:
+    explicit KeyTyper(std::vector<QKeyCombination> keys);
+
+  private:
+    void onModalShown(Form* form);
+    void step();
+
+    std::vector<QKeyCombination> m_keys;
+    std::size_t m_next = 0;
+    Form* m_form = nullptr;
+};
+
+} // namespace fw::cli

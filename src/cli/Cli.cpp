@@ -157,6 +157,17 @@ Failure runDialog(const Invocation& inv, QTextStream& out)
     return {ExitCodeOf(context->Request.Result), {}};
 }
 
+// The offscreen platform says on stderr what it cannot do (raise a window,
+// pass on size hints); that is not news for someone reading the command's errors.
+QtMessageHandler g_nextHandler = nullptr;
+
+void quietOffscreenNotices(QtMsgType type, const QMessageLogContext& where, const QString& text)
+{
+    if (type == QtWarningMsg && text.startsWith(QLatin1String("This plugin does not support")))
+        return;
+    g_nextHandler(type, where, text);
+}
+
 } // namespace
 
 QJsonObject Answer(const QString& dialog, const DialogContext& context)
@@ -229,6 +240,7 @@ int Main(int argc, char** argv)
     if (screenshot && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
 
+    g_nextHandler = qInstallMessageHandler(quietOffscreenNotices);
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("formwerk"));
     return Run(args, out, err);

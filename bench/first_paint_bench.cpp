@@ -1,0 +1,112 @@
+// How long a dialog takes from the request to its first paint, on the
+// offscreen platform: the message dialog, a bare QMessageBox with the same
+// texts as the yardstick, and the whole `formwerk` process with --screenshot.
+#include "core/HasContext.h"
+#include "core/cls_Formwerk.h"
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <benchmark/benchmark.h>
+
+namespace {
+
+const char* const kTitle = "Speichern: Dokument geändert";
+const char* const kText = "Sollen die Änderungen an \"Bericht.txt\" gespeichert werden?";
+
+template <class Done> void pumpUntil(Done done)
+{
+    while (!done())
+        QApplication::processEvents(QEventLoop::AllEvents, 5);
+}
+
+void MessageDialogToFirstPaint(benchmark::State& state)
+{
+    for (auto _ : state) {
+        std::unique_ptr<fw::Form> form = fw::cls_Formwerk().Create("frm_DialogMessage");
+        auto context = std::make_shared<fw::DialogContext>();
+        context->Request.Title = kTitle;
+        context->Request.Flags = 3;
+        context->Texts.Description = kText;
+        dynamic_cast<fw::HasContext&>(*form).Context = context;
+        form->Show(false);
+        pumpUntil([&] { return form->HasPainted(); });
+        form->Unload();
+    }
+}
+BENCHMARK(MessageDialogToFirstPaint)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+// Notes the first paint of a widget, as HasPainted does for a form.
+class PaintSpy : public QObject {
+  public:
+    bool painted = false;
+
+  protected:
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        painted = painted || event->type() == QEvent::Paint;
+        return false;
+    }
+};
+
+void QMessageBoxToFirstPaint(benchmark::State& state)
+{
+    for (auto _ : state) {
+        QMessageBox box(QMessageBox::Question, QString::fromUtf8(kTitle), QString::fromUtf8(kText),
+                        QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
+        PaintSpy spy;
+        box.installEventFilter(&spy);
+        box.show();
+        pumpUntil([&] { return spy.painted; });
+        box.close();
+    }
+}
+BENCHMARK(QMessageBoxToFirstPaint)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+// Start of the process to its end; the end follows the first paint by one
+// grab and one PNG write, so this is a little more than start to first paint.
+void CliProcessToScreenshot(benchmark::State& state)
+{
+    QTemporaryDir dir;
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    env.insert("QT_QPA_PLATFORM", "offscreen");
+    const QStringList args{
+        "frm_DialogMessage",     "--flags", "3", "--title", kTitle, "--text", kText, "--screenshot",
+        dir.filePath("shot.png")};
+    for (auto _ : state) {
+        QProcess process;
+        process.setProcessEnvironment(env);
+        process.start(QStringLiteral(FORMWERK_CLI_PATH), args);
+        if (!process.waitForFinished(30000) || process.exitCode() != 0) {
+            state.SkipWithError("formwerk --screenshot failed");
+            break;
+        }
+    }
+}
+BENCHMARK(CliProcessToScreenshot)->Unit(benchmark::kMillisecond)->UseRealTime()->MinTime(2.0);
+
+QtMessageHandler g_nextHandler = nullptr;
+
+// The offscreen platform's notices (no raise, no size hints) would bury the table.
+void quietOffscreenNotices(QtMsgType type, const QMessageLogContext& where, const QString& text)
+{
+    if (type == QtWarningMsg && text.startsWith(QLatin1String("This plugin does not support")))
+        return;
+    g_nextHandler(type, where, text);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    g_nextHandler = qInstallMessageHandler(quietOffscreenNotices);
+    QApplication app(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+        return 1;
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}

@@ -1,0 +1,50 @@
+# shellcheck shell=bash
+# Shared by the set-up scripts: installs the Debian 12 packages that are
+# missing, then configures a Release build in build/. Sourced, not run.
+
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+build=$root/build
+packages=(
+    cmake g++ make pkg-config
+    qt6-base-dev libqt6svg6   # widgets; SVG for the icon theme's symbolic icons
+    libgtest-dev libbenchmark-dev
+    xvfb xauth                # a virtual display where there is no screen
+    fonts-dejavu-core adwaita-icon-theme
+)
+
+say() { printf '\n== %s\n' "$*"; }
+
+as_root() {
+    if [ "$(id -u)" -eq 0 ]; then
+        "$@"
+    elif command -v sudo >/dev/null; then
+        # Without a terminal nobody can type a password: fail instead of waiting.
+        if [ -t 0 ]; then sudo "$@"; else sudo -n "$@"; fi
+    else
+        echo "setup: run this as root, or install sudo" >&2
+        return 1
+    fi
+}
+
+install_missing() {
+    local missing=() package
+    for package in "${packages[@]}"; do
+        dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'install ok installed' ||
+            missing+=("$package")
+    done
+    if [ ${#missing[@]} -eq 0 ]; then
+        say "All packages are installed"
+        return
+    fi
+    say "Installing ${missing[*]}"
+    as_root env DEBIAN_FRONTEND=noninteractive apt-get update -q
+    as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends \
+        "${missing[@]}"
+}
+
+configure() {
+    say "Configuring $build (Release)"
+    cmake -S "$root" -B "$build" -DCMAKE_BUILD_TYPE=Release >/dev/null
+}
+
+build_jobs() { nproc 2>/dev/null || echo 2; }

@@ -207,13 +207,22 @@ int Run(const QStringList& args, QTextStream& out, QTextStream& err)
     return failure.code;
 }
 
-QString DisplayProblem(bool screenshot)
+QString DisplayProblem(bool screenshot, bool scripted)
 {
+    if (screenshot)
+        return {};
     const QByteArray platform = qgetenv("QT_QPA_PLATFORM");
+    if (platform.startsWith("offscreen") || platform.startsWith("minimal")) {
+        if (scripted)
+            return {};
+        return QStringLiteral("the %1 platform shows no window, so nobody could answer the "
+                              "dialog (use --screenshot or FORMWERK_SCRIPT_KEYS)")
+            .arg(QString::fromLocal8Bit(platform));
+    }
     // Only the default (X11) and Wayland platforms need a display server.
     const bool needsServer =
         platform.isEmpty() || platform.startsWith("xcb") || platform.startsWith("wayland");
-    if (!needsServer || screenshot || !qEnvironmentVariableIsEmpty("DISPLAY") ||
+    if (!needsServer || !qEnvironmentVariableIsEmpty("DISPLAY") ||
         !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
         return {};
     return QStringLiteral("no display to show the dialog on (set DISPLAY, or use --screenshot)");
@@ -231,7 +240,8 @@ int Main(int argc, char** argv)
     if (!parsed.error.isEmpty() || !parsed.invocation.needsWindow())
         return Run(args, out, err);
     const bool screenshot = !parsed.invocation.screenshot.isEmpty();
-    if (const QString problem = DisplayProblem(screenshot); !problem.isEmpty()) {
+    const bool scripted = !qEnvironmentVariableIsEmpty("FORMWERK_SCRIPT_KEYS");
+    if (const QString problem = DisplayProblem(screenshot, scripted); !problem.isEmpty()) {
         err << "formwerk: " << problem << '\n';
         return ExitUnavailable;
     }

@@ -20,8 +20,9 @@ int Run(const QStringList& args, QTextStream& out, QTextStream& err);
 int Main(int argc, char** argv);
 
 /// Why a dialog cannot be shown with this environment, or an empty string.
-/// With a screenshot the offscreen platform stands in for a missing display.
-QString DisplayProblem(bool screenshot);
+/// With a screenshot the offscreen platform stands in for a missing display;
+/// without one, a window nobody sees needs scripted keys to end.
+QString DisplayProblem(bool screenshot, bool scripted);
 
 /// The answer of a dialog: Result and the result members that form writes.
 QJsonObject Answer(const QString& dialog, const DialogContext& context);

@@ -186,8 +186,11 @@ QJsonValue ParseArgument(const QString& text, Kind kind)
     case Kind::Text:
         return text;
     case Kind::Integer: {
+        // Decimal, or hexadecimal after "0x" for bit patterns; never octal.
+        const QString t = text.trimmed();
+        const bool hex = t.startsWith(QLatin1String("0x"), Qt::CaseInsensitive);
         bool ok = false;
-        const qint64 n = text.trimmed().toLongLong(&ok, 0);
+        const qint64 n = hex ? t.mid(2).toLongLong(&ok, 16) : t.toLongLong(&ok, 10);
         const QJsonValue value(n);
         return ok && HasKind(value, kind) ? value : QJsonValue(QJsonValue::Undefined);
     }

@@ -116,6 +116,16 @@ TEST(CliProcess, WithoutDisplayItRefusesInsteadOfFailingInQt)
     EXPECT_TRUE(f.out.isEmpty());
 }
 
+TEST(CliProcess, OffscreenWithoutScriptRefusesRatherThanWaitForever)
+{
+    QProcessEnvironment env = quietEnvironment();
+    env.insert("QT_QPA_PLATFORM", "offscreen");
+    const Finished f = start({"frm_DialogMessage"}, env);
+    EXPECT_EQ(f.code, 69);
+    EXPECT_TRUE(f.err.startsWith("formwerk: the offscreen platform shows no window"))
+        << f.err.toStdString();
+}
+
 TEST(CliProcess, UnknownDialogEndsWithUsageErrorAndNoMessageBox)
 {
     // No display, no script: a message box would hang or crash the process.

@@ -83,7 +83,7 @@ TEST_F(CliTest, OptionsFillTheHostRecordsAndPublicVariables)
         fw::testing::PressKey(form, Qt::Key_F12);
     });
     const Outcome o = run({"frm_DialogMessage", "--title", "Fehler: Datei fehlt", "--text",
-                           "Zeile \"eins\"\nZeile zwei", "--text2=Zweiter", "--flags", "1",
+                           "Zeile \"eins\"\nZeile zwei", "--text2=Zweiter", "--flags", "0x1",
                            "--icon", "Ico\\32\\Computer\\Signs\\Question.ico", "--mode", "1"});
     EXPECT_EQ(o.code, 1);
     EXPECT_EQ(seen.Request.Title, "Fehler: Datei fehlt");
@@ -189,6 +189,14 @@ TEST_F(CliTest, BadInputIsRefusedWithOneLineAndNoDialog)
          {"frm_DialogMessage", "--flags", "vier"},
          64,
          "--flags needs an integer, not 'vier'"},
+        {"flags with a fraction",
+         {"frm_DialogMessage", "--flags", "1.5"},
+         64,
+         "--flags needs an integer, not '1.5'"},
+        {"flags in octal",
+         {"frm_DialogMessage", "--flags", "0o4"},
+         64,
+         "--flags needs an integer, not '0o4'"},
         {"language unknown",
          {"frm_DialogMessage", "--language", "fr"},
          64,

@@ -32,13 +32,15 @@ const QHash<QString, QStringList>& resultMembers()
     return table;
 }
 
-struct Failure {
+// How a step ends: a non-zero code ends the run, with a message for stderr
+// unless it is a dialog's answer.
+struct Outcome {
     int code = ExitOk;
     QString message;
     explicit operator bool() const { return code != ExitOk; }
 };
 
-Failure readRequest(const QString& path, QJsonObject& request)
+Outcome readRequest(const QString& path, QJsonObject& request)
 {
     QFile file(path);
     const bool opened = path == QLatin1String("-") ? file.open(stdin, QIODevice::ReadOnly)
@@ -60,11 +62,11 @@ Failure readRequest(const QString& path, QJsonObject& request)
 }
 
 // The request file first, then the command line's members over it.
-Failure fillRecords(const Invocation& inv, DialogContext& context, QVariantMap& publics)
+Outcome fillRecords(const Invocation& inv, DialogContext& context, QVariantMap& publics)
 {
     if (!inv.requestFile.isEmpty()) {
         QJsonObject request;
-        if (Failure failure = readRequest(inv.requestFile, request))
+        if (Outcome failure = readRequest(inv.requestFile, request))
             return failure;
         if (QString error = ApplyRequest(request, context, publics); !error.isEmpty())
             return {ExitData, QStringLiteral("request: ") + error};
@@ -100,7 +102,7 @@ class LanguageScope {
     bool m_set;
 };
 
-Failure screenshot(Form& form, const QString& path)
+Outcome screenshot(Form& form, const QString& path)
 {
     form.Show(false);
     QElapsedTimer clock;
@@ -120,11 +122,11 @@ Failure screenshot(Form& form, const QString& path)
     return {};
 }
 
-Failure runDialog(const Invocation& inv, QTextStream& out)
+Outcome runDialog(const Invocation& inv, QTextStream& out)
 {
     auto context = std::make_shared<DialogContext>();
     QVariantMap publics;
-    if (Failure failure = fillRecords(inv, *context, publics))
+    if (Outcome failure = fillRecords(inv, *context, publics))
         return failure;
     const KeyScript script = ParseKeyScript(qEnvironmentVariable("FORMWERK_SCRIPT_KEYS"));
     if (!script.error.isEmpty())
@@ -188,23 +190,23 @@ int Run(const QStringList& args, QTextStream& out, QTextStream& err)
 {
     const ParseResult parsed = Parse(args);
     const Invocation& inv = parsed.invocation;
-    Failure failure;
+    Outcome outcome;
     if (!parsed.error.isEmpty()) {
-        failure = {ExitUsage, parsed.error};
+        outcome = {ExitUsage, parsed.error};
     } else if (inv.help) {
         out << HelpText();
     } else if (inv.list) {
         for (const std::string& name : cls_Formwerk::Names())
             out << QString::fromStdString(name) << '\n';
     } else {
-        failure = runDialog(inv, out);
+        outcome = runDialog(inv, out);
     }
     out.flush();
-    if (failure && !failure.message.isEmpty()) {
-        err << "formwerk: " << failure.message << '\n';
+    if (!outcome.message.isEmpty()) {
+        err << "formwerk: " << outcome.message << '\n';
         err.flush();
     }
-    return failure.code;
+    return outcome.code;
 }
 
 QString DisplayProblem(bool screenshot, bool scripted)

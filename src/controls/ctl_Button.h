@@ -1,0 +1,37 @@
+#pragma once
+// A push button with an icon and a caption; "&" marks the accelerator letter
+// (shown underlined) and "<br>" breaks the line.
+
+#include "forms/Control.h"
+
+namespace fw {
+
+class ButtonFace;
+
+class ctl_Button : public Control {
+  public:
+    ctl_Button(Form& form, const QString& name, QWidget* container = nullptr);
+
+    /// The caption as set, "&" and "<br>" included.
+    QString Text() const { return m_text; }
+    void SetText(const QString& text);
+    QString IconPath() const { return m_iconPath; }
+    void SetIconPath(const QString& path);
+    bool Default() const { return m_default; }
+    void SetDefault(bool on);
+
+    bool IsButton() const override { return true; }
+    bool IsDefaultButton() const override { return m_default; }
+    bool PerformClick() override;
+
+    QVariant GetProperty(const QString& name) const override;
+    bool SetProperty(const QString& name, const QVariant& value) override;
+
+  private:
+    ButtonFace* m_face;
+    QString m_text;
+    QString m_iconPath;
+    bool m_default = false;
+};
+
+} // namespace fw

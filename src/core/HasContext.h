@@ -8,7 +8,7 @@
 namespace fw {
 
 class HasContext {
-public:
+  public:
     virtual ~HasContext() = default;
 
     DialogContextPtr Context;

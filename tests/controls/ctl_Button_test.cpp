@@ -1,7 +1,7 @@
 #include "ControlsTestForm.h"
 #include "controls/ctl_Button.h"
 #include "host/mdl_CoreDevWrapper.h"
-#include "support/TestHost.h"
+#include "testing/TestHost.h"
 
 #include <QTest>
 #include <gtest/gtest.h>

@@ -2,7 +2,7 @@
 #include "controls/ctl_Button.h"
 #include "controls/ctl_CmdBar.h"
 #include "host/mdl_CoreDevWrapper.h"
-#include "support/TestHost.h"
+#include "testing/TestHost.h"
 
 #include <QAbstractButton>
 #include <QTest>

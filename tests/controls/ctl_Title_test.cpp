@@ -3,7 +3,7 @@
 #include "controls/ctl_Seperator.h"
 #include "controls/ctl_Title.h"
 #include "host/mdl_CoreDevWrapper.h"
-#include "support/TestHost.h"
+#include "testing/TestHost.h"
 
 #include <QAbstractButton>
 #include <QTest>

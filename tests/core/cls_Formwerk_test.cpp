@@ -2,7 +2,7 @@
 #include "core/cls_Formwerk.h"
 #include "core/sys_Global.h"
 #include "dialogs/frm_DialogMessage.h"
-#include "support/TestHost.h"
+#include "testing/TestHost.h"
 
 #include <QApplication>
 #include <QMessageBox>

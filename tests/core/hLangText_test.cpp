@@ -1,5 +1,5 @@
 #include "core/hLangText.h"
-#include "support/TestHost.h"
+#include "testing/TestHost.h"
 
 #include <gtest/gtest.h>
 

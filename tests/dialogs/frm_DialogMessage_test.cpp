@@ -8,7 +8,7 @@
 #include "forms/testing/ModalDriver.h"
 #include "forms/testing/UserInput.h"
 #include "host/mdl_CoreDevWrapper.h"
-#include "support/TestHost.h"
+#include "testing/TestHost.h"
 
 #include <QFontInfo>
 #include <QWidget>

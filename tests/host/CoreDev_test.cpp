@@ -1,5 +1,5 @@
 #include "host/mdl_CoreDevWrapper.h"
-#include "support/TestHost.h"
+#include "testing/TestHost.h"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,7 @@
 // log are checked here through the same accessors the dialogs use.
 #include "host/DialogContext.h"
 #include "host/mdl_CoreDevWrapper.h"
-#include "support/TestHost.h"
+#include "testing/TestHost.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,7 @@
 // Every test program runs inside one QApplication on the offscreen platform,
 // so that forms can be shown, painted and driven without a display.
+#include "testing/TestHost.h"
+
 #include <QApplication>
 #include <gtest/gtest.h>
 
@@ -8,5 +10,8 @@ int main(int argc, char** argv)
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
     ::testing::InitGoogleTest(&argc, argv);
+    fw::testing::TestHost::ForbiddenCallHandler = [](const std::string& call) {
+        ADD_FAILURE() << "the host was called where it must not be: " << call;
+    };
     return RUN_ALL_TESTS();
 }

@@ -1,8 +1,8 @@
 // Pictures, files and the network of the test host. Files are the real file
 // system, so a test works in a temporary folder of its own; pictures and the
 // network are made up from the host's settable state.
-#include "support/TestHost.h"
-#include "support/TestHostParts.h"
+#include "testing/TestHost.h"
+#include "testing/TestHostParts.h"
 
 #include <algorithm>
 #include <cctype>

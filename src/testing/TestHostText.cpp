@@ -1,7 +1,7 @@
 // Text tools of the test host: plain, predictable rules, enough for dialogs to
 // split words, pack pairs and take paths apart. Paths accept both "\" and "/".
-#include "support/TestHost.h"
-#include "support/TestHostParts.h"
+#include "testing/TestHost.h"
+#include "testing/TestHostParts.h"
 
 #include <charconv>
 

@@ -17,6 +17,7 @@
 
 #include <cstdint>
 #include <deque>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -72,8 +73,12 @@ class TestHost : public fw::CoreDev {
     /// Operations that throw std::runtime_error when called (after being logged),
     /// for testing that a step is skipped when the host fails.
     std::set<std::string> failing;
-    /// Operations that fail the running test if they are called at all.
+    /// Operations that must not be called at all: such calls land in
+    /// forbiddenCalls and go to ForbiddenCallHandler, which a test framework
+    /// sets once to fail the running test.
     std::set<std::string> forbidden;
+    std::vector<std::string> forbiddenCalls;
+    static inline std::function<void(const std::string& call)> ForbiddenCallHandler;
 
     // --- The host's state ---------------------------------------------------
 

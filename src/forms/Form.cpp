@@ -388,7 +388,9 @@ void Form::Show(bool modal)
         m_window->setWindowModality(Qt::ApplicationModal);
     }
     m_window->show();
-    m_window->raise();
+    // The offscreen platform has no stacking order and says so on every raise.
+    if (QGuiApplication::platformName() != QLatin1String("offscreen"))
+        m_window->raise();
     m_window->activateWindow();
     if (!modal)
         return;

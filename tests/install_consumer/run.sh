@@ -17,6 +17,7 @@ mkdir -p "$scratch"
     -DCMAKE_BUILD_TYPE=Release >"$scratch/configure.log"
 "$cmake" --build "$scratch/build" >"$scratch/build.log"
 "$scratch/build/consumer"
+"$scratch/build/driven"
 
 pcdir=$(dirname "$(find "$prefix" -name formwerk.pc | head -n 1)")
 libdir=$(PKG_CONFIG_PATH=$pcdir pkg-config --variable=libdir formwerk)

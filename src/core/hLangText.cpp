@@ -36,8 +36,12 @@ std::string hLangText(const std::string& german, const std::string& english,
 {
     std::string text = hostLanguage() == kGerman ? german : english;
     long long index = lowerBound;
-    for (const auto& value : values)
-        replaceAll(text, "{" + std::to_string(index++) + "}", value);
+    for (const auto& value : values) {
+        std::string placeholder = std::to_string(index++);
+        placeholder.insert(placeholder.begin(), '{');
+        placeholder.push_back('}');
+        replaceAll(text, placeholder, value);
+    }
     return text;
 }
 

@@ -1,0 +1,40 @@
+// The desktop host's messages open the library's own message dialog.
+#include "controls/ctl_Label.h"
+#include "controls/ctl_Title.h"
+#include "desktop/DesktopMessages.h"
+#include "dialogs/frm_DialogMessage.h"
+#include "forms/testing/ModalDriver.h"
+#include "forms/testing/UserInput.h"
+#include "testing/TestHost.h"
+
+#include <gtest/gtest.h>
+
+using namespace fw;
+
+namespace {
+
+TEST(DesktopMessages, ErrorsAndQuestionsShowTheMessageDialogWithTheirSign)
+{
+    fw::testing::ScopedTestHost host; // pictures and language for the dialog itself
+    desktop::DesktopMessages messages;
+    fw::testing::ModalDriver driver;
+
+    driver.OnNextModal([](Form& form) {
+        auto& dialog = dynamic_cast<frm_DialogMessage&>(form);
+        EXPECT_EQ(dialog.bar_Header->Caption(), QStringLiteral("Speichern"));
+        EXPECT_EQ(dialog.lab_Description[0].Caption(), QStringLiteral("Platte voll"));
+        EXPECT_EQ(dialog.bar_Header->Scheme(), 6) << "the critical sign picks the error scheme";
+        fw::testing::PressKey(form, Qt::Key_Return);
+    });
+    messages.ShowError("Platte voll", "Speichern");
+
+    driver.OnNextModal([](Form& form) {
+        auto& dialog = dynamic_cast<frm_DialogMessage&>(form);
+        EXPECT_EQ(dialog.bar_Header->Scheme(), 7);
+        fw::testing::PressKey(form, Qt::Key_Escape);
+    });
+    EXPECT_EQ(messages.AskQuestion("Wirklich?", "Löschen", 4), ResultNo);
+    EXPECT_EQ(driver.Pending(), 0);
+}
+
+} // namespace

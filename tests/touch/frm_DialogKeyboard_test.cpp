@@ -1,0 +1,334 @@
+// The touch keyboard, driven with clicks, drags and modifier touches.
+#include "controls/ctl_Button.h"
+#include "forms/Screen.h"
+#include "forms/StdControls.h"
+#include "forms/testing/ModalDriver.h"
+#include "forms/testing/UserInput.h"
+#include "host/mdl_CoreDevWrapper.h"
+#include "testing/TestHost.h"
+#include "touch/KeyFaces.h"
+#include "touch/frm_DialogKeyboard.h"
+
+#include <QCursor>
+#include <QTest>
+#include <QWidget>
+#include <gtest/gtest.h>
+
+using namespace fw;
+using namespace fw::testing;
+
+namespace {
+
+// Key indices of the table.
+constexpr int kEsc = 0, kOne = 1, kSeven = 7, kEight = 8, kZero = 10, kSz = 11, kBack = 12, kQ = 14,
+              kE = 16, kW = 15, kPlus = 49, kClear = 59, kWww = 25, kA = 26, kB = 42, kM = 44,
+              kEnter = 58, kShift = 37, kSlash = 57, kUp = 54, kCtrl = 50, kAlt = 51, kSpace = 48,
+              kSym = 52, kLeft = 53;
+
+class HostForm : public Form {
+  public:
+    HostForm() : Form(QStringLiteral("frm_Host"))
+    {
+        window()->resize(300, 100);
+        txt = Add<TextBox>(QStringLiteral("txt_Value"));
+        txt->Move(ToTwips(10), ToTwips(10), ToTwips(200), ToTwips(24));
+        lab = Add<Label>(QStringLiteral("lab_Value"));
+        lab->Move(ToTwips(10), ToTwips(50), ToTwips(200), ToTwips(24));
+    }
+    TextBox* txt;
+    Label* lab;
+};
+
+class Keyboard : public ::testing::Test {
+  protected:
+    std::shared_ptr<TestHost> host = std::make_shared<TestHost>();
+    ScopedCoreDev scope{host};
+    HostForm owner;
+    frm_DialogKeyboard keyboard;
+
+    /// Shown modelessly, so that the test drives it between events.
+    void open(Control* target, const QString& title = QStringLiteral("Eingabe"))
+    {
+        keyboard.SetTarget(target);
+        keyboard.SetDescription(title);
+        keyboard.Show();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(keyboard.window()));
+        keyboard.window()->activateWindow();
+        ProcessEvents();
+    }
+    void press(int index)
+    {
+        Click(keyboard.lab_Key[index]);
+        ProcessEvents();
+    }
+    QString line() const { return keyboard.txt_Input->Text(); }
+    QString face(int index) const { return keyboard.lab_Key[index].Caption(); }
+    QColor pixel(int index, int x, int y) const
+    {
+        return keyboard.pic_Key[index].Image().pixelColor(x, y);
+    }
+    QWidget* labelWidget(int index) const { return keyboard.lab_Key[index].widget(); }
+    /// Touches every set modifier until it is off again.
+    void freeModifiers()
+    {
+        auto states = [this] {
+            const ModifierStates s = keyboard.States();
+            return std::array{s.shift, s.ctrl, s.alt, s.sym};
+        };
+        const int keys[] = {kShift, kCtrl, kAlt, kSym};
+        for (int m = 0; m < 4; ++m)
+            while (states()[m] != 0)
+                press(keys[m]);
+    }
+};
+
+TEST_F(Keyboard, TypesTheKeysIntoItsLine)
+{
+    open(nullptr);
+    for (int key : {kW, kW, kW, kSpace, kA, kB, kEight, kSz, kPlus, kSlash})
+        press(key);
+    EXPECT_EQ(line(), QStringLiteral("www ab8ß+/"));
+    press(kBack);
+    press(kLeft);
+    press(kM);
+    EXPECT_EQ(line(), QStringLiteral("www ab8ßm+"));
+    press(kClear);
+    EXPECT_EQ(line(), QString());
+    press(kWww);
+    EXPECT_EQ(line(), QStringLiteral("www."));
+}
+
+TEST_F(Keyboard, ModifiersCycleOffOneShotLocked)
+{
+    open(nullptr);
+    const QColor highlight = keyboard.pic_ColorSel->BackColor();
+    press(kShift);
+    EXPECT_EQ(keyboard.States().shift, 1);
+    EXPECT_EQ(face(kA), QStringLiteral("A"));
+    EXPECT_EQ(face(kWww), QStringLiteral("http://"));
+    EXPECT_EQ(face(kUp), QString(QChar(0xE9)));
+    press(kA);
+    EXPECT_EQ(line(), QStringLiteral("A"));
+    EXPECT_EQ(keyboard.States().shift, 0) << "one-shot falls back after a key";
+    EXPECT_EQ(face(kA), QStringLiteral("a"));
+    EXPECT_NE(pixel(kShift, 15, 24), highlight) << "no lamp once the one-shot is used";
+
+    press(kShift);
+    press(kShift);
+    EXPECT_EQ(keyboard.States().shift, 2);
+    EXPECT_EQ(pixel(kShift, 15, 24), highlight) << "a locked modifier shows its lamp";
+    press(kA);
+    press(kB);
+    EXPECT_EQ(line(), QStringLiteral("AAB"));
+    EXPECT_EQ(keyboard.States().shift, 2);
+    EXPECT_EQ(pixel(kShift, 15, 24), highlight);
+    press(kShift);
+    EXPECT_EQ(keyboard.States().shift, 0);
+    press(kA);
+    EXPECT_EQ(line(), QStringLiteral("AABa"));
+}
+
+struct FaceCase {
+    std::vector<int> modifiers; ///< touched before
+    int key;
+    QString face;
+    bool grey;
+    QString typed;
+};
+
+TEST_F(Keyboard, FacesAndTypedCharactersFollowTheModifiers)
+{
+    open(nullptr);
+    const FaceCase cases[] = {
+        {{kSym}, kSeven, QStringLiteral("{"), false, QStringLiteral("{")},
+        {{kSym}, kE, QStringLiteral("€"), false, QStringLiteral("€")},
+        {{kSym}, kM, QStringLiteral("µ"), false, QStringLiteral("µ")},
+        {{kSym}, kSz, QStringLiteral("\\"), false, QStringLiteral("\\")},
+        {{kSym}, kQ, QStringLiteral("@"), false, QStringLiteral("@")},
+        {{kSym}, kZero, QStringLiteral("}"), false, QStringLiteral("}")},
+        {{kSym}, kOne, QStringLiteral("1"), true, QString()},
+        {{kSym}, kW, QStringLiteral("w"), true, QString()},
+        {{kSym}, kPlus, QStringLiteral("~"), false, QString()},  // "^%+" cannot be typed
+        {{kSym}, kSlash, QStringLiteral("/"), false, QString()}, // "/" needs Shift
+        {{kShift}, kEight, QStringLiteral("("), false, QStringLiteral("(")},
+        {{kShift}, kPlus, QStringLiteral("*"), false, QStringLiteral("*")},
+        {{kShift}, kSlash, QStringLiteral("/"), false, QStringLiteral("/")},
+        {{kShift, kSym}, kSeven, QStringLiteral("/"), false, QString()}, // SHIFT wins the face
+        {{kCtrl, kAlt}, kQ, QStringLiteral("@"), false, QStringLiteral("@")},
+        // 1 And 2 keeps the plain face, yet Ctrl+Alt still types AltGr's character.
+        {{kCtrl, kAlt, kAlt}, kQ, QStringLiteral("q"), false, QStringLiteral("@")},
+        {{kCtrl}, kA, QStringLiteral("a"), false, QString()},
+    };
+    for (const FaceCase& row : cases) {
+        press(kClear);
+        for (int modifier : row.modifiers)
+            press(modifier);
+        SCOPED_TRACE(row.face.toStdString());
+        EXPECT_EQ(face(row.key), row.face);
+        EXPECT_EQ(keyboard.lab_Key[row.key].ForeColor() != QColor(Qt::black), row.grey);
+        press(row.key);
+        EXPECT_EQ(line(), row.typed);
+        freeModifiers();
+    }
+}
+
+TEST_F(Keyboard, ClearWithOneShotShiftEmptiesTheLineAndFreesShift)
+{
+    open(nullptr);
+    press(kA);
+    press(kShift);
+    press(kClear);
+    EXPECT_EQ(line(), QString());
+    EXPECT_EQ(keyboard.States().shift, 0);
+    EXPECT_EQ(face(kA), QStringLiteral("a"));
+}
+
+TEST_F(Keyboard, SymTurnsEscIntoMenuWhichClosesUnconfirmed)
+{
+    open(owner.txt);
+    EXPECT_EQ(face(kEsc), QStringLiteral("ESC"));
+    press(kSym);
+    EXPECT_EQ(face(kEsc), QStringLiteral("Menü"));
+    press(kEsc);
+    EXPECT_TRUE(keyboard.IsUnloaded());
+    EXPECT_FALSE(keyboard.Confirmed());
+}
+
+TEST_F(Keyboard, EnterHandsTheLineToTheTarget)
+{
+    owner.Show();
+    owner.txt->SetText(QStringLiteral("alt"));
+    open(owner.txt);
+    EXPECT_EQ(line(), QStringLiteral("alt"));
+    EXPECT_EQ(keyboard.txt_Input->SelStart(), 3);
+    press(kBack);
+    press(kShift);
+    press(kA);
+    press(kEnter);
+    EXPECT_EQ(owner.txt->Text(), QStringLiteral("alA"));
+    EXPECT_TRUE(keyboard.Confirmed());
+    QTest::qWait(150);
+    EXPECT_TRUE(keyboard.IsUnloaded());
+}
+
+TEST_F(Keyboard, QuitClosesWithoutWriting)
+{
+    owner.txt->SetText(QStringLiteral("alt"));
+    open(owner.txt);
+    press(kA);
+    Click(*keyboard.but_Quit);
+    QTest::qWait(150);
+    EXPECT_TRUE(keyboard.IsUnloaded());
+    EXPECT_FALSE(keyboard.Confirmed());
+    EXPECT_EQ(owner.txt->Text(), QStringLiteral("alt"));
+}
+
+TEST_F(Keyboard, ALabelIsReadAndWrittenThroughItsCaption)
+{
+    owner.lab->SetCaption(QStringLiteral("Titel"));
+    open(owner.lab);
+    EXPECT_EQ(line(), QStringLiteral("Titel"));
+    press(kA);
+    press(kEnter);
+    EXPECT_EQ(owner.lab->Caption(), QStringLiteral("Titela"));
+}
+
+TEST_F(Keyboard, WithoutTargetItOpensEmptyAndConfirmsSilently)
+{
+    open(nullptr, QString());
+    EXPECT_EQ(line(), QString());
+    EXPECT_EQ(keyboard.lab_Title->Caption(), QStringLiteral("Bitte geben Sie den Wert ein:"));
+    press(kEnter);
+    EXPECT_TRUE(keyboard.Confirmed());
+    EXPECT_EQ(host->callsTo("setWindowColorKey").size(), 1u);
+    EXPECT_EQ(host->callsTo("setWindowColorKey")[0], "setWindowColorKey(100|1|16711935)");
+}
+
+TEST_F(Keyboard, LiesCentredUnderItsTargetWithinTheScreen)
+{
+    host->answers("windowLeft").push_back("100");
+    host->answers("windowRight").push_back("300");
+    host->answers("windowBottom").push_back("200");
+    open(owner.txt);
+    EXPECT_EQ(keyboard.Left(),
+              200 * 15 - keyboard.Width() / 2 < 0 ? 0 : 200 * 15 - keyboard.Width() / 2);
+    EXPECT_EQ(keyboard.Top(), 200 * 15);
+}
+
+TEST_F(Keyboard, StaysThirtyPixelsFromTheRightAndBottomEdges)
+{
+    host->answers("windowLeft").push_back("5000");
+    host->answers("windowRight").push_back("5000");
+    host->answers("windowBottom").push_back("5000");
+    open(owner.txt);
+    EXPECT_EQ(keyboard.Left(), Screen::Width() - 30 * 15 - keyboard.Width());
+    EXPECT_EQ(keyboard.Top(), Screen::Height() - 30 * 15 - keyboard.Height());
+}
+
+class KeyboardDrag : public Keyboard {
+  protected:
+    /// Presses key, moves the cursor down by each distance in turn while the
+    /// drag timer runs, and releases on the key's label.
+    void dragOn(int key, std::initializer_list<int> distances)
+    {
+        QWidget* label = labelWidget(key);
+        const QPoint at = label->mapToGlobal(label->rect().center());
+        QCursor::setPos(at);
+        QTest::mousePress(label, Qt::LeftButton, {}, label->rect().center());
+        QTest::qWait(30);
+        for (int distance : distances) {
+            QCursor::setPos(at + QPoint(0, distance));
+            QTest::qWait(40);
+        }
+        QTest::mouseRelease(label, Qt::LeftButton, {}, label->rect().center());
+        ProcessEvents();
+    }
+    void placeAt(int top)
+    {
+        keyboard.Move(keyboard.Left(), top);
+        ProcessEvents();
+    }
+};
+
+TEST_F(KeyboardDrag, ADragOfElevenPixelsFollowsTheCursorAndTypesNothing)
+{
+    open(nullptr);
+    placeAt(1500);
+    dragOn(kA, {11, 21});
+    EXPECT_EQ(line(), QString());
+    EXPECT_EQ(keyboard.Top(), 1500 + 10 * 15) << "the drag counts from where it began";
+}
+
+TEST_F(KeyboardDrag, ASmallerWobbleStillTypesTheKey)
+{
+    open(nullptr);
+    placeAt(1500);
+    dragOn(kA, {10, 10});
+    EXPECT_EQ(line(), QStringLiteral("a"));
+    EXPECT_EQ(keyboard.Top(), 1500);
+}
+
+TEST_F(KeyboardDrag, ADragEndingOffTheLabelOnTheKeyRimStillPresses)
+{
+    open(nullptr);
+    placeAt(1500);
+    QWidget* rim = keyboard.pic_Key[kA].widget();
+    const QPoint corner(3, 3);
+    QCursor::setPos(rim->mapToGlobal(corner));
+    QTest::mousePress(rim, Qt::LeftButton, {}, corner);
+    QCursor::setPos(rim->mapToGlobal(corner) + QPoint(0, 15));
+    QTest::qWait(40);
+    QTest::mouseRelease(rim, Qt::LeftButton, {}, corner);
+    ProcessEvents();
+    EXPECT_EQ(line(), QStringLiteral("a"));
+}
+
+TEST_F(KeyboardDrag, ADragNearTheTopEdgeSnapsToIt)
+{
+    open(nullptr);
+    placeAt(30 * 15 + 12 * 15);
+    dragOn(kA, {-11, -24});
+    EXPECT_EQ(keyboard.Top(), 0);
+}
+
+} // namespace

@@ -275,10 +275,10 @@ class KeyboardDrag : public Keyboard {
         const QPoint at = label->mapToGlobal(label->rect().center());
         QCursor::setPos(at);
         QTest::mousePress(label, Qt::LeftButton, {}, label->rect().center());
-        QTest::qWait(30);
+        QTest::qWait(60);
         for (int distance : distances) {
             QCursor::setPos(at + QPoint(0, distance));
-            QTest::qWait(40);
+            QTest::qWait(60);
         }
         QTest::mouseRelease(label, Qt::LeftButton, {}, label->rect().center());
         ProcessEvents();

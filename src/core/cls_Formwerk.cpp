@@ -1,6 +1,10 @@
 #include "core/cls_Formwerk.h"
 
+#include "dialogs/frm_DialogInput.h"
+#include "dialogs/frm_DialogInputDbl.h"
+#include "dialogs/frm_DialogInputMulti.h"
 #include "dialogs/frm_DialogMessage.h"
+#include "dialogs/frm_DialogPassword.h"
 #include "forms/Resume.h"
 
 #include <QMessageBox>
@@ -37,13 +41,13 @@ const std::vector<Entry>& table()
         {"frm_DialogMessage", make<frm_DialogMessage>()},
         {"frm_DialogFile", {}},
         {"frm_DialogFileResource", {}},
-        {"frm_DialogInput", {}},
-        {"frm_DialogInputDbl", {}},
+        {"frm_DialogInput", make<frm_DialogInput>()},
+        {"frm_DialogInputDbl", make<frm_DialogInputDbl>()},
         {"frm_DialogPath", {}}, // an alias of frm_DialogFolder
         {"frm_DialogText", {}},
         {"frm_DialogColor", {}},
-        {"frm_DialogInputMulti", {}},
-        {"frm_DialogPassword", {}},
+        {"frm_DialogInputMulti", make<frm_DialogInputMulti>()},
+        {"frm_DialogPassword", make<frm_DialogPassword>()},
         {"frm_DialogCritical", {}}, // the fading notice, which opens the critical choice itself
         {"frm_DialogXMLInspector", {}},
         {"frm_DialogProcess", {}},

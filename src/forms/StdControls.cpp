@@ -12,6 +12,7 @@
 #include <QRadioButton>
 #include <QScrollBar>
 #include <QTimer>
+#include <limits>
 
 namespace fw {
 
@@ -41,6 +42,8 @@ TextBox::TextBox(Form& form, const QString& name, bool multiLine, QWidget* conta
         setWidget(m_multi);
     } else {
         m_line = new QLineEdit(parent);
+        // A text box holds any text a host hands it; Qt's line edit would cut at 32767.
+        m_line->setMaxLength(std::numeric_limits<int>::max());
         QObject::connect(m_line, &QLineEdit::textChanged, m_line, [this] { raise(Change); });
         setWidget(m_line);
     }

@@ -1,0 +1,212 @@
+#include "dialogs/frm_DialogInputDbl.h"
+
+#include "controls/Theme.h"
+#include "controls/ctl_Button.h"
+#include "controls/ctl_CmdBar.h"
+#include "controls/ctl_Label.h"
+#include "controls/ctl_Pannel.h"
+#include "controls/ctl_Seperator.h"
+#include "core/TouchInput.h"
+#include "dialogs/DialogOpening.h"
+#include "forms/Resume.h"
+#include "forms/Screen.h"
+#include "forms/StdControls.h"
+#include "forms/Text.h"
+#include "host/mdl_CoreDevWrapper.h"
+
+#include <QWidget>
+#include <algorithm>
+
+namespace fw {
+
+namespace {
+// Design metrics, in pixels.
+constexpr int kClientWidth = 460;
+constexpr int kMargin = 16;
+constexpr int kIconSize = 32;
+constexpr int kTextLeft = kMargin + kIconSize + 14;
+constexpr int kGap = 12;
+constexpr int kLineHeight = 26;
+constexpr int kPromptCap = 160; // per prompt, so that both boxes stay on the screen
+
+int px(int pixels)
+{
+    return ToTwips(pixels);
+}
+
+// A text that is no pair stands as the first of the two.
+std::pair<std::string, std::string> unpack(const std::string& packed)
+{
+    std::string first = packed;
+    std::string second;
+    Resume([&] { GetCoreDevText().Pairs().Unpack(packed, first, second); });
+    return {first, second};
+}
+
+void selectAll(TextBox& box)
+{
+    Resume([&] { GetCoreDevControls().TextBoxes().SelectAll(box); });
+}
+
+int cappedHeight(ctl_Label& label)
+{
+    if (label.Height() > px(kPromptCap))
+        label.SetHeight(px(kPromptCap));
+    return label.Height();
+}
+} // namespace
+
+frm_DialogInputDbl::frm_DialogInputDbl() : Form(QStringLiteral("frm_DialogInputDbl"))
+{
+    window()->resize(kClientWidth, 240);
+    SetCaption(QStringLiteral("Eingabe"));
+
+    // Made first so that it is the form's default button, before the bar's OK.
+    but_Return = Add<CommandButton>(QStringLiteral("but_Return"));
+    but_Return->SetCaption(QStringLiteral("Return"));
+    but_Return->SetDefault(true);
+    but_Return->Click = [this] { but_Return_Click(); };
+
+    pan_Holder = Add<ctl_Pannel>(QStringLiteral("pan_Holder"));
+    img_Icon = Add<PictureBox>(QStringLiteral("img_Icon"), pan_Holder->container());
+    img_Icon->Move(px(kMargin), px(kMargin), px(kIconSize), px(kIconSize));
+    img_Icon->SetBackColor(theme::Base());
+    lab_DescriptionA = Add<ctl_Label>(QStringLiteral("lab_DescriptionA"), pan_Holder->container());
+    lab_DescriptionA->Move(px(kTextLeft), px(kMargin + 6), px(kClientWidth - kTextLeft - kMargin));
+    lab_DescriptionA->SetAlignment(3);
+    txt_InputA = Add<TextBox>(QStringLiteral("txt_InputA"), false, pan_Holder->container());
+    ctl_Seperator1 = Add<ctl_Seperator>(QStringLiteral("ctl_Seperator1"), pan_Holder->container());
+    ctl_Pannel1 = Add<ctl_Pannel>(QStringLiteral("ctl_Pannel1"), pan_Holder->container());
+    lab_DescriptionB = Add<ctl_Label>(QStringLiteral("lab_DescriptionB"), ctl_Pannel1->container());
+    lab_DescriptionB->SetAlignment(3);
+    txt_InputB = Add<TextBox>(QStringLiteral("txt_InputB"), false, ctl_Pannel1->container());
+    ctl_Seperator2 = Add<ctl_Seperator>(QStringLiteral("ctl_Seperator2"), pan_Holder->container());
+
+    ctl_Sidebar = Add<ctl_CmdBar>(QStringLiteral("ctl_Sidebar"));
+    AddDialogCommands(*ctl_Sidebar);
+    ctl_Sidebar->Key = [this](const QString& key) { ctl_Sidebar_Key(key); };
+
+    but_DefText = Add<ctl_Button>(QStringLiteral("but_DefText"), ctl_Sidebar->container());
+    but_DefText->SetText(QStringLiteral("&Vorgabe"));
+    but_DefText->SetIconPath(QStringLiteral("Ico\\20\\Computer\\Signs\\undo.ico"));
+    but_DefText->Move(px(theme::Margin - 4 + theme::ButtonHeight + theme::Gap),
+                      px((theme::CmdBarHeight - theme::ButtonHeight + 1) / 2),
+                      px(theme::ButtonWidth + 12), px(theme::ButtonHeight));
+    but_DefText->Click = [this] {
+        showDefaults();
+        Resume([&] { txt_InputA->SetFocus(); });
+    };
+
+    txt_InputA->GotFocus = [this] {
+        selectAll(*txt_InputA);
+        m_inSecond = false;
+    };
+    txt_InputB->GotFocus = [this] {
+        selectAll(*txt_InputB);
+        m_inSecond = true;
+    };
+    // The boxes tell of releases only; a left release is the click.
+    txt_InputA->MouseUp = [this](int button, int, float, float) {
+        if (button == 1)
+            hTouchInput(*txt_InputA, QStringLiteral("Eingabe"));
+    };
+    txt_InputB->MouseUp = [this](int button, int, float, float) {
+        if (button == 1)
+            hTouchInput(*txt_InputB, QStringLiteral("Eingabe"));
+    };
+    arrange();
+}
+
+frm_DialogInputDbl::~frm_DialogInputDbl() = default;
+
+void frm_DialogInputDbl::Form_Load()
+{
+    DialogContext& ctx = context();
+    Resume([&] { but_Return->SetLeft(Width() + 100); });
+    OpenDialog(*this, ctx, *img_Icon, *lab_DescriptionA, *pan_Holder);
+    if (ctx.Texts.DefaultText.empty())
+        Resume([&] { but_DefText->SetVisible(false); });
+    const auto [promptA, promptB] = unpack(ctx.Texts.Description);
+    Resume([&] { lab_DescriptionA->SetCaption(ShownPrompt(promptA)); });
+    Resume([&] { lab_DescriptionB->SetCaption(ShownPrompt(promptB)); });
+    showDefaults();
+    selectAll(*txt_InputA);
+    arrange();
+}
+
+void frm_DialogInputDbl::showDefaults()
+{
+    const auto [first, second] = unpack(context().Texts.DefaultText);
+    Resume([&] { txt_InputA->SetText(qs(first)); });
+    Resume([&] { txt_InputB->SetText(qs(second)); });
+}
+
+// Both rows take the prompt's column; the second row's panel follows the
+// first box, and the form grows to hold everything.
+void frm_DialogInputDbl::arrange()
+{
+    Resume([&] {
+        const int left = lab_DescriptionA->Left();
+        const int clientWidth = std::clamp(left + lab_DescriptionA->Width() + px(kMargin),
+                                           px(kClientWidth), Screen::Width() * 9 / 10);
+        const int width = clientWidth - left - px(kMargin);
+        int top = lab_DescriptionA->Top() + cappedHeight(*lab_DescriptionA);
+        if (img_Icon->Visible())
+            top = std::max(top, img_Icon->Top() + img_Icon->Height());
+        top += px(kGap);
+        txt_InputA->Move(left, top, width, px(kLineHeight));
+        top += txt_InputA->Height() + px(kGap);
+        ctl_Seperator1->Move(left, top, width, px(1));
+        top += px(kGap);
+
+        lab_DescriptionB->Move(0, 0, width);
+        const int boxTop = cappedHeight(*lab_DescriptionB) + px(kGap);
+        txt_InputB->Move(0, boxTop, width, px(kLineHeight));
+        ctl_Pannel1->Move(left, top, width, boxTop + txt_InputB->Height());
+        top += ctl_Pannel1->Height() + px(kMargin + 4);
+
+        pan_Holder->Move(0, 0, clientWidth, top);
+        ctl_Seperator2->Move(0, top - px(1), clientWidth, px(1));
+        SetWidth(clientWidth + (Width() - ScaleWidth()));
+        SetHeight(top + px(theme::CmdBarHeight) + (Height() - ScaleHeight()));
+    });
+}
+
+void frm_DialogInputDbl::answer(std::int32_t result)
+{
+    context().Request.Result = result;
+    Unload();
+}
+
+void frm_DialogInputDbl::ctl_Sidebar_Key(const QString& key)
+{
+    switch (CommandOf(key)) {
+    case Command::Ok: {
+        DialogContext& ctx = context();
+        Resume([&] {
+            ctx.Texts.InputText =
+                GetCoreDevText().Pairs().Pack(us(txt_InputA->Text()), us(txt_InputB->Text()));
+        });
+        answer(ResultOk);
+        break;
+    }
+    case Command::Abort:
+        answer(ResultAbort);
+        break;
+    case Command::Help:
+        answer(ResultHelp);
+        break;
+    case Command::Other:
+        break;
+    }
+}
+
+void frm_DialogInputDbl::but_Return_Click()
+{
+    if (m_inSecond)
+        ctl_Sidebar_Key(QStringLiteral("OK"));
+    else
+        Resume([&] { txt_InputB->SetFocus(); });
+}
+
+} // namespace fw

@@ -1,0 +1,210 @@
+#include "dialogs/frm_DialogPassword.h"
+
+#include "controls/Theme.h"
+#include "controls/ctl_CmdBar.h"
+#include "controls/ctl_Label.h"
+#include "controls/ctl_Pannel.h"
+#include "controls/ctl_Seperator.h"
+#include "core/TouchInput.h"
+#include "dialogs/DialogOpening.h"
+#include "forms/Resume.h"
+#include "forms/Screen.h"
+#include "forms/StdControls.h"
+#include "forms/Text.h"
+#include "host/mdl_CoreDevWrapper.h"
+
+#include <QWidget>
+#include <algorithm>
+
+namespace fw {
+
+namespace {
+// Design metrics, in pixels.
+constexpr int kClientWidth = 460;
+constexpr int kMargin = 16;
+constexpr int kIconSize = 32;
+constexpr int kTextLeft = kMargin + kIconSize + 14;
+constexpr int kGap = 12;
+constexpr int kRowHeight = 26;
+constexpr int kRowGap = 8;
+constexpr int kCaptionWidth = 150;
+constexpr int kPromptCap = 240;
+
+int px(int pixels)
+{
+    return ToTwips(pixels);
+}
+
+void selectAll(TextBox& box)
+{
+    Resume([&] { GetCoreDevControls().TextBoxes().SelectAll(box); });
+}
+
+// The host's error box, with the form's caption as its title.
+void showError(Form& form, const char* text)
+{
+    Resume([&] { GetCoreDevMessages().ShowError(text, us(form.Caption())); });
+}
+} // namespace
+
+frm_DialogPassword::frm_DialogPassword() : Form(QStringLiteral("frm_DialogPassword"))
+{
+    window()->resize(kClientWidth, 260);
+    SetCaption(QStringLiteral("Kennwort"));
+
+    pan_Holder = Add<ctl_Pannel>(QStringLiteral("pan_Holder"));
+    img_Icon = Add<PictureBox>(QStringLiteral("img_Icon"), pan_Holder->container());
+    img_Icon->Move(px(kMargin), px(kMargin), px(kIconSize), px(kIconSize));
+    img_Icon->SetBackColor(theme::Base());
+    lab_Description = Add<ctl_Label>(QStringLiteral("lab_Description"), pan_Holder->container());
+    lab_Description->Move(px(kTextLeft), px(kMargin + 6), px(kClientWidth - kTextLeft - kMargin));
+    lab_Description->SetAlignment(3);
+    ctl_Seperator1 = Add<ctl_Seperator>(QStringLiteral("ctl_Seperator1"), pan_Holder->container());
+
+    const auto row = [this](const QString& labelName, const char* caption, const QString& boxName,
+                            Label*& label, TextBox*& box) {
+        label = Add<Label>(labelName, pan_Holder->container());
+        label->SetCaption(QString::fromUtf8(caption));
+        box = Add<TextBox>(boxName, false, pan_Holder->container());
+        box->SetPasswordChar(QStringLiteral("*"));
+        box->GotFocus = [box] { selectAll(*box); };
+    };
+    row(QStringLiteral("Label1"), "Altes Kennwort:", QStringLiteral("txt_Old"), Label1, txt_Old);
+    row(QStringLiteral("Label2"), "Neues Kennwort:", QStringLiteral("txt_New"), Label2, txt_New);
+    row(QStringLiteral("Label3"), "Kennwort wiederholen:", QStringLiteral("txt_Retype"), Label3,
+        txt_Retype);
+    ctl_Seperator2 = Add<ctl_Seperator>(QStringLiteral("ctl_Seperator2"), pan_Holder->container());
+
+    // The boxes tell of releases only; a left release is the click.
+    txt_Old->MouseUp = [this](int button, int, float, float) {
+        if (button == 1)
+            hTouchInput(*txt_Old, QStringLiteral("Altes Kennwort"));
+    };
+    txt_Retype->MouseUp = [this](int button, int, float, float) {
+        if (button == 1)
+            hTouchInput(*txt_Retype, QStringLiteral("Kennwort wiederholen"));
+    };
+    txt_New->Change = [this] { txt_New_Change(); };
+
+    ctl_Sidebar = Add<ctl_CmdBar>(QStringLiteral("ctl_Sidebar"));
+    AddDialogCommands(*ctl_Sidebar);
+    ctl_Sidebar->Key = [this](const QString& key) { ctl_Sidebar_Key(key); };
+    arrange();
+}
+
+frm_DialogPassword::~frm_DialogPassword() = default;
+
+QVariant frm_DialogPassword::GetPublic(const QString& name) const
+{
+    if (name.compare(u"PasswordEntry", Qt::CaseInsensitive) == 0)
+        return PasswordEntry;
+    return Form::GetPublic(name);
+}
+
+bool frm_DialogPassword::SetPublic(const QString& name, const QVariant& value)
+{
+    if (name.compare(u"PasswordEntry", Qt::CaseInsensitive) != 0)
+        return Form::SetPublic(name, value);
+    PasswordEntry = value.toBool();
+    return true;
+}
+
+void frm_DialogPassword::Form_Load()
+{
+    DialogContext& ctx = context();
+    OpenDialog(*this, ctx, *img_Icon, *lab_Description, *pan_Holder);
+    // Without an old password there is nothing to check against.
+    const bool hasOld = !ctx.Texts.OldValue.empty();
+    Resume([&] { txt_Old->SetEnabled(hasOld); });
+    Resume([&] { txt_Old->SetBackColor(hasOld ? txt_New->BackColor() : BackColor()); });
+    Resume([&] { lab_Description->SetCaption(ShownPrompt(ctx.Texts.Description)); });
+    arrange();
+}
+
+void frm_DialogPassword::arrange()
+{
+    Resume([&] {
+        const int left = lab_Description->Left();
+        const int clientWidth = std::clamp(left + lab_Description->Width() + px(kMargin),
+                                           px(kClientWidth), Screen::Width() * 9 / 10);
+        if (lab_Description->Height() > px(kPromptCap))
+            lab_Description->SetHeight(px(kPromptCap));
+        int top = lab_Description->Top() + lab_Description->Height();
+        if (img_Icon->Visible())
+            top = std::max(top, img_Icon->Top() + img_Icon->Height());
+        top += px(kGap);
+        ctl_Seperator1->Move(left, top, clientWidth - left - px(kMargin), px(1));
+        top += px(kGap);
+        const int boxLeft = left + px(kCaptionWidth);
+        const int boxWidth = clientWidth - boxLeft - px(kMargin);
+        for (auto [label, box] : {std::pair{Label1, txt_Old}, std::pair{Label2, txt_New},
+                                  std::pair{Label3, txt_Retype}}) {
+            label->Move(left, top + px(4), px(kCaptionWidth - 8), px(kRowHeight - 4));
+            box->Move(boxLeft, top, boxWidth, px(kRowHeight));
+            top += px(kRowHeight + kRowGap);
+        }
+        top += px(kMargin - kRowGap + 4);
+        pan_Holder->Move(0, 0, clientWidth, top);
+        ctl_Seperator2->Move(0, top - px(1), clientWidth, px(1));
+        SetWidth(clientWidth + (Width() - ScaleWidth()));
+        SetHeight(top + px(theme::CmdBarHeight) + (Height() - ScaleHeight()));
+    });
+}
+
+void frm_DialogPassword::answer(std::int32_t result)
+{
+    context().Request.Result = result;
+    Unload();
+}
+
+void frm_DialogPassword::ctl_Sidebar_Key(const QString& key)
+{
+    switch (CommandOf(key)) {
+    case Command::Ok:
+        confirm();
+        break;
+    case Command::Abort:
+        answer(ResultAbort);
+        break;
+    case Command::Help:
+        answer(ResultHelp);
+        break;
+    case Command::Other:
+        break;
+    }
+}
+
+void frm_DialogPassword::confirm()
+{
+    DialogContext& ctx = context();
+    if (txt_Old->Text() != qs(ctx.Texts.OldValue)) {
+        showError(*this, "Sie haben nicht das richtige, alte Kennwort eingegeben!");
+        Resume([&] { txt_Old->SetText(QString()); });
+        Resume([&] { txt_Old->SetFocus(); });
+        return;
+    }
+    if (txt_New->Text() == txt_Retype->Text()) {
+        ctx.Texts.InputText = us(txt_New->Text());
+        answer(ResultOk);
+        return;
+    }
+    showError(*this, "Kennwort und Kennwortwiederholung stimmen nicht überein!");
+    Resume([&] { txt_New->SetText(QString()); });
+    Resume([&] { txt_Retype->SetText(QString()); });
+    Resume([&] { txt_New->SetFocus(); });
+}
+
+// The new box asks for the keyboard when its text changes, not on a click.
+// Only a touch screen gets it: without one, selecting the whole text after
+// every keystroke would let each key replace what was typed before. And the
+// keyboard's own writing into the box must not call it up again.
+void frm_DialogPassword::txt_New_Change()
+{
+    if (m_inNewTouch || !hTouchEnabled())
+        return;
+    m_inNewTouch = true;
+    hTouchInput(*txt_New, QStringLiteral("Neues Kennwort"));
+    m_inNewTouch = false;
+}
+
+} // namespace fw

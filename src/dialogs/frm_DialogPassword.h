@@ -1,0 +1,55 @@
+#pragma once
+// Changes a password: checks the old one against what the host hands in,
+// asks for the new one twice and returns it. It stores nothing.
+
+#include "core/HasContext.h"
+#include "forms/Form.h"
+
+namespace fw {
+
+class ctl_CmdBar;
+class ctl_Label;
+class ctl_Pannel;
+class ctl_Seperator;
+class Label;
+class PictureBox;
+class TextBox;
+
+class frm_DialogPassword : public Form, public HasContext {
+  public:
+    frm_DialogPassword();
+    ~frm_DialogPassword() override;
+
+    /// Hosts may set it; the form does not read it.
+    bool PasswordEntry = false;
+
+    QVariant GetPublic(const QString& name) const override;
+    bool SetPublic(const QString& name, const QVariant& value) override;
+
+    ctl_Pannel* pan_Holder;
+    PictureBox* img_Icon;
+    ctl_Label* lab_Description;
+    ctl_Seperator* ctl_Seperator1;
+    Label* Label1;
+    TextBox* txt_Old;
+    Label* Label2;
+    TextBox* txt_New;
+    Label* Label3;
+    TextBox* txt_Retype;
+    ctl_Seperator* ctl_Seperator2;
+    ctl_CmdBar* ctl_Sidebar;
+
+  protected:
+    void Form_Load() override;
+
+  private:
+    void arrange();
+    void answer(std::int32_t result);
+    void ctl_Sidebar_Key(const QString& key);
+    void confirm();
+    void txt_New_Change();
+
+    bool m_inNewTouch = false;
+};
+
+} // namespace fw

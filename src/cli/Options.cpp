@@ -123,6 +123,11 @@ ParseResult Parse(const QStringList& args)
             inv.help = true;
             continue;
         }
+        if (arg == QLatin1String("--touch")) {
+            // Touch mode for this run: the desktop host's settings read it here.
+            qputenv("FORMWERK_TOUCHMODE", "1");
+            continue;
+        }
         // Both "--name value" and "--name=value".
         const qsizetype eq = arg.indexOf(u'=');
         const QString name = arg.mid(2, eq < 0 ? -1 : eq - 2);

@@ -1,0 +1,82 @@
+// How long a touch key takes from the press to its character in the
+// keyboard's input line, on the offscreen platform: a plain letter, and one
+// that goes through a one-shot SHIFT and the face rewrite that follows it.
+#include "forms/StdControls.h"
+#include "touch/KeyFaces.h"
+#include "touch/frm_DialogKeyboard.h"
+
+#include <QApplication>
+#include <QMouseEvent>
+#include <QWidget>
+#include <benchmark/benchmark.h>
+
+namespace {
+
+constexpr int kA = 26, kShift = 37, kClear = 59;
+
+void tap(fw::frm_DialogKeyboard& keyboard, int key)
+{
+    QWidget* label = keyboard.lab_Key[key].widget();
+    const QPointF at = label->rect().center();
+    const QPointF global = label->mapToGlobal(at);
+    QMouseEvent press(QEvent::MouseButtonPress, at, global, Qt::LeftButton, Qt::LeftButton, {});
+    QMouseEvent release(QEvent::MouseButtonRelease, at, global, Qt::LeftButton, {}, {});
+    QApplication::sendEvent(label, &press);
+    QApplication::sendEvent(label, &release);
+}
+
+template <class Done> void pumpUntil(Done done)
+{
+    while (!done())
+        QApplication::processEvents(QEventLoop::AllEvents, 5);
+}
+
+void KeyPressToCharacterInLine(benchmark::State& state)
+{
+    fw::frm_DialogKeyboard keyboard;
+    keyboard.Show();
+    QApplication::processEvents();
+    const bool shifted = state.range(0) != 0;
+    for (auto _ : state) {
+        state.PauseTiming();
+        tap(keyboard, kClear);
+        pumpUntil([&] { return keyboard.txt_Input->Text().isEmpty(); });
+        if (shifted)
+            tap(keyboard, kShift);
+        state.ResumeTiming();
+        tap(keyboard, kA);
+        pumpUntil([&] { return !keyboard.txt_Input->Text().isEmpty(); });
+    }
+    keyboard.Unload();
+}
+BENCHMARK(KeyPressToCharacterInLine)
+    ->Arg(0)
+    ->Arg(1)
+    ->ArgName("shift")
+    ->Unit(benchmark::kMicrosecond)
+    ->UseRealTime();
+
+void QuietOffscreenNotices(QtMsgType type, const QMessageLogContext& where, const QString& text);
+QtMessageHandler g_nextHandler = nullptr;
+
+void QuietOffscreenNotices(QtMsgType type, const QMessageLogContext& where, const QString& text)
+{
+    if (text.contains(QLatin1String("offscreen")) || text.contains(QLatin1String("XDG_")))
+        return;
+    g_nextHandler(type, where, text);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    g_nextHandler = qInstallMessageHandler(QuietOffscreenNotices);
+    QApplication app(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+        return 1;
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}

@@ -39,6 +39,27 @@ class HostForm : public Form {
     Label* lab;
 };
 
+// A control that answers late-bound calls under any type name and notes them.
+class NamedTarget : public Control {
+  public:
+    NamedTarget(Form& form, const QString& name, const QString& typeName)
+        : Control(form, name, typeName, nullptr)
+    {
+    }
+    QVariant GetProperty(const QString& name) const override
+    {
+        read << name;
+        return QStringLiteral("alt");
+    }
+    bool SetProperty(const QString& name, const QVariant& value) override
+    {
+        written << name + u'=' + value.toString();
+        return true;
+    }
+    mutable QStringList read;
+    QStringList written;
+};
+
 class Keyboard : public ::testing::Test {
   protected:
     std::shared_ptr<TestHost> host = std::make_shared<TestHost>();
@@ -221,6 +242,49 @@ TEST_F(Keyboard, QuitClosesWithoutWriting)
     EXPECT_TRUE(keyboard.IsUnloaded());
     EXPECT_FALSE(keyboard.Confirmed());
     EXPECT_EQ(owner.txt->Text(), QStringLiteral("alt"));
+}
+
+TEST_F(Keyboard, TheTargetIsReadAndWrittenByItsTypeName)
+{
+    struct Row {
+        const char* type;
+        const char* read;
+        const char* written;
+    };
+    // A rich text box is read as "RichTextbox" and written as "RichTextBox":
+    // it is read through TEXT and written through TextRTF.
+    const Row rows[] = {
+        {"clt_TermInput", "TERM", "TERM=alta"},  {"Label", "Caption", "Caption=alta"},
+        {"RichTextBox", "TEXT", "TextRTF=alta"}, {"RichTextbox", "TEXT", "TEXT=alta"},
+        {"TextBox", "TEXT", "TEXT=alta"},        {"ComboBox", "TEXT", "TEXT=alta"}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.type);
+        HostForm owner;
+        auto* target =
+            owner.Add<NamedTarget>(QStringLiteral("ctl_Target"), QString::fromLatin1(row.type));
+        frm_DialogKeyboard board;
+        board.SetTarget(target);
+        board.Show();
+        ProcessEvents();
+        EXPECT_EQ(board.txt_Input->Text(), QStringLiteral("alt"));
+        Click(board.lab_Key[kA]);
+        ProcessEvents();
+        Click(board.lab_Key[kEnter]);
+        EXPECT_EQ(target->read, QStringList{QString::fromLatin1(row.read)});
+        EXPECT_EQ(target->written, QStringList{QString::fromLatin1(row.written)});
+        board.Unload();
+    }
+}
+
+TEST_F(Keyboard, TheRealReturnKeyConfirms)
+{
+    owner.txt->SetText(QStringLiteral("alt"));
+    open(owner.txt);
+    press(kA);
+    Focus(*keyboard.txt_Input);
+    PressKey(keyboard, Qt::Key_Return);
+    EXPECT_TRUE(keyboard.Confirmed());
+    EXPECT_EQ(owner.txt->Text(), QStringLiteral("alta"));
 }
 
 TEST_F(Keyboard, ALabelIsReadAndWrittenThroughItsCaption)

@@ -5,6 +5,7 @@
 #include "dialogs/frm_DialogInputMulti.h"
 #include "dialogs/frm_DialogMessage.h"
 #include "dialogs/frm_DialogPassword.h"
+#include "dialogs/frm_DialogText.h"
 #include "forms/Resume.h"
 
 #include <QMessageBox>
@@ -44,7 +45,7 @@ const std::vector<Entry>& table()
         {"frm_DialogInput", make<frm_DialogInput>()},
         {"frm_DialogInputDbl", make<frm_DialogInputDbl>()},
         {"frm_DialogPath", {}}, // an alias of frm_DialogFolder
-        {"frm_DialogText", {}},
+        {"frm_DialogText", make<frm_DialogText>()},
         {"frm_DialogColor", {}},
         {"frm_DialogInputMulti", make<frm_DialogInputMulti>()},
         {"frm_DialogPassword", make<frm_DialogPassword>()},

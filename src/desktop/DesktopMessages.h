@@ -8,9 +8,10 @@
 namespace fw::desktop {
 
 /// ShowError, ShowInfo, ShowHelp and AskQuestion open the library's message
-/// dialog with the critical, info, help and question sign. AskSaveFile,
-/// AskText and ChooseIcon give "" (nothing chosen) until the file chooser,
-/// the input dialog and the resource picker take them over.
+/// dialog with the critical, info, help and question sign. AskSaveFile asks
+/// with Qt's save dialog, starting in the folder last saved to under the
+/// recent-file key. AskText and ChooseIcon give "" (nothing chosen) until the
+/// input dialog and the resource picker take them over.
 /// RegisterForm and UnregisterForm keep the list of open modeless forms.
 class DesktopMessages final : public CoreDevMessages {
   public:

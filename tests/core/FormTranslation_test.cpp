@@ -304,17 +304,4 @@ TEST_F(Translation, MissingListNamesTheWalkedFormAndStartsAfreshEachWalk)
     EXPECT_FALSE(first.isEmpty());
 }
 
-TEST_F(Translation, LookupPicksByLanguageAndKeepsTheDefaultForUnknownKeys)
-{
-    TranslationTable table;
-    table.Add("k", {"Datei", "File"});
-    table.Add("k", {"Zweit", "Second"}); // a key is filed once
-    for (const auto& [language, expected] :
-         std::vector<std::pair<int, const char*>>{{7, "Datei"}, {9, "File"}, {0, "File"}}) {
-        host->language = language;
-        EXPECT_EQ(hLookupKey(table, "k", "x"), expected) << language;
-        EXPECT_EQ(hLookupKey(table, "other", "x"), "x");
-    }
-}
-
 } // namespace

@@ -96,12 +96,6 @@ TEST_F(TextViewer, OpensWithTheHostsTextsAndSignsOnAndOffTheMessageService)
     }
 }
 
-TEST_F(TextViewer, IconTextStandsInWhenThereIsNoIconPath)
-{
-    context->Request.Icon = std::string("Ico\\32\\Computer\\Signs\\Help.ico");
-    run([&] { EXPECT_EQ(form.bar_Header->IconPath(), "Ico\\32\\Computer\\Signs\\Help.ico"); });
-}
-
 TEST_F(TextViewer, EachWayOutWritesItsResult)
 {
     struct Way {
@@ -169,6 +163,7 @@ TEST_F(TextViewer, CopyTakesTheFirstShownViewer)
         {"RTF", "Fett und normal\nzweiter Absatz"},
         {"HTML", "<p>Hallo <b>Welt</b></p>"},
         {"RTF HTML", "<p>Hallo <b>Welt</b></p>"},
+        {"none", ""}, // the clipboard is still cleared
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.shown);
@@ -182,22 +177,13 @@ TEST_F(TextViewer, CopyTakesTheFirstShownViewer)
             const QString shown = QString::fromLatin1(row.shown);
             viewer.txt_RTF->SetVisible(shown.contains("RTF"));
             viewer.txt_HTML->SetVisible(shown.contains("HTML"));
+            viewer.txt_Plain->SetVisible(shown != "none");
             QTest::mouseClick(barButton(*viewer.bar_Sidebar, "COPY"), Qt::LeftButton);
             EXPECT_EQ(Clipboard::GetText(), row.clipboard);
             viewer.Unload();
         });
         viewer.Show(true);
     }
-}
-
-TEST_F(TextViewer, CopyWithNoViewerShownLeavesAnEmptyClipboard)
-{
-    run([&] {
-        Clipboard::SetText("alt");
-        form.txt_Plain->SetVisible(false);
-        press(form, "COPY");
-        EXPECT_EQ(Clipboard::GetText(), "");
-    });
 }
 
 TEST_F(TextViewer, SaveAsksByTheShownViewerAndWritesTheHtmlViewersText)
@@ -298,15 +284,6 @@ TEST_F(TextViewer, SaveWithNoViewerShownReportsAnErrorWithoutAsking)
     EXPECT_FALSE(host->wasCalled("AskSaveFile"));
     EXPECT_EQ(host->callsTo("ShowError"),
               std::vector<std::string>{"ShowError(Fehler beim Speichern der Datei!|Protokoll)"});
-}
-
-TEST_F(TextViewer, HostThatCannotAskMakesSaveEndQuietly)
-{
-    host->failing = {"AskSaveFile"};
-    run([&] { press(form, "SAVE"); });
-    EXPECT_FALSE(host->wasCalled("WriteTextFile"));
-    EXPECT_FALSE(host->wasCalled("ShowError"));
-    EXPECT_EQ(context->Request.Result, ResultOk);
 }
 
 TEST_F(TextViewer, ViewersFollowTheWindowWithFivePixelMargins)

@@ -6,12 +6,14 @@
 #include "core/HasContext.h"
 #include "core/cls_Formwerk.h"
 #include "desktop/DesktopHost.h"
+#include "host/mdl_CoreDevWrapper.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QHash>
 #include <QImage>
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QPixmap>
 #include <QWidget>
@@ -28,8 +30,36 @@ const QHash<QString, QStringList>& resultMembers()
 {
     static const QHash<QString, QStringList> table{
         {QStringLiteral("frm_DialogMessage"), {}},
+        {QStringLiteral("frm_DialogInput"), {QStringLiteral("Texts.InputText")}},
+        {QStringLiteral("frm_DialogInputMulti"), {QStringLiteral("Texts.InputText")}},
+        {QStringLiteral("frm_DialogInputDbl"), {QStringLiteral("Texts.InputText")}},
+        {QStringLiteral("frm_DialogPassword"), {QStringLiteral("Texts.InputText")}},
     };
     return table;
+}
+
+// The two-field input keeps its pairs packed in single texts; its user sees
+// them as two: prompts from --text and --text2, answers as an array of two.
+bool TakesPairs(const QString& dialog)
+{
+    return dialog == QLatin1String("frm_DialogInputDbl");
+}
+
+void packPrompts(DialogContext& context)
+{
+    DialogTexts& texts = context.Texts;
+    if (texts.Description2.empty())
+        return;
+    texts.Description = GetCoreDevText().Pairs().Pack(texts.Description, texts.Description2);
+    texts.Description2.clear();
+}
+
+QJsonValue unpacked(const std::string& packed)
+{
+    std::string first = packed;
+    std::string second;
+    GetCoreDevText().Pairs().Unpack(packed, first, second);
+    return QJsonArray{QString::fromStdString(first), QString::fromStdString(second)};
 }
 
 // How a step ends: a non-zero code ends the run, with a message for stderr
@@ -128,6 +158,8 @@ Outcome runDialog(const Invocation& inv, QTextStream& out)
     QVariantMap publics;
     if (Outcome failure = fillRecords(inv, *context, publics))
         return failure;
+    if (TakesPairs(inv.dialog))
+        packPrompts(*context);
     const KeyScript script = ParseKeyScript(qEnvironmentVariable("FORMWERK_SCRIPT_KEYS"));
     if (!script.error.isEmpty())
         return {ExitUsage, script.error};
@@ -177,7 +209,10 @@ QJsonObject Answer(const QString& dialog, const DialogContext& context)
     QJsonObject answer{{QStringLiteral("Result"), static_cast<int>(context.Request.Result)}};
     for (const QString& path : resultMembers().value(dialog))
         if (const Member* member = FindMember(path))
-            answer.insert(member->shortName(), member->get(context));
+            answer.insert(member->shortName(),
+                          TakesPairs(dialog)
+                              ? unpacked(member->get(context).toString().toStdString())
+                              : member->get(context));
     return answer;
 }
 

@@ -1,5 +1,7 @@
 #include "cli/Members.h"
 
+#include "host/mdl_CoreDevWrapper.h"
+
 #include <QJsonArray>
 #include <array>
 #include <cmath>
@@ -18,6 +20,16 @@ template <auto Record, auto Field> QJsonValue getText(const DialogContext& c)
 template <auto Record, auto Field> void setText(DialogContext& c, const QJsonValue& v)
 {
     (c.*Record).*Field = v.toString().toStdString();
+}
+template <auto Record, auto Field> void setTextOrPair(DialogContext& c, const QJsonValue& v)
+{
+    if (!v.isArray()) {
+        setText<Record, Field>(c, v);
+        return;
+    }
+    const QJsonArray pair = v.toArray();
+    (c.*Record).*Field = GetCoreDevText().Pairs().Pack(pair.at(0).toString().toStdString(),
+                                                       pair.at(1).toString().toStdString());
 }
 template <auto Record, auto Field> QJsonValue getInt(const DialogContext& c)
 {
@@ -67,6 +79,10 @@ template <auto Record, auto Field> constexpr Member text(const char* path)
 {
     return {path, Kind::Text, getText<Record, Field>, setText<Record, Field>};
 }
+template <auto Record, auto Field> constexpr Member textOrPair(const char* path)
+{
+    return {path, Kind::TextOrPair, getText<Record, Field>, setTextOrPair<Record, Field>};
+}
 template <auto Record, auto Field> constexpr Member integer(const char* path)
 {
     return {path, Kind::Integer, getInt<Record, Field>, setInt<Record, Field>};
@@ -108,9 +124,9 @@ const std::array kMembers{
     boolean<kRequest, &DialogRequest::Cancelable>("Request.Cancelable"),
     integer<kRequest, &DialogRequest::Color>("Request.Color"),
     boolean<kRequest, &DialogRequest::OverwritePrompt>("Request.OverwritePrompt"),
-    text<kTexts, &DialogTexts::Description>("Texts.Description"),
+    textOrPair<kTexts, &DialogTexts::Description>("Texts.Description"),
     text<kTexts, &DialogTexts::Description2>("Texts.Description2"),
-    text<kTexts, &DialogTexts::DefaultText>("Texts.DefaultText"),
+    textOrPair<kTexts, &DialogTexts::DefaultText>("Texts.DefaultText"),
     text<kTexts, &DialogTexts::InputText>("Texts.InputText"),
     text<kTexts, &DialogTexts::OldValue>("Texts.OldValue"),
     list<kItems, &DialogItems::ItemList>("Items.ItemList"),
@@ -149,6 +165,8 @@ QString KindName(Kind kind)
         return QStringLiteral("true or false");
     case Kind::TextList:
         return QStringLiteral("an array of strings");
+    case Kind::TextOrPair:
+        return QStringLiteral("a string or an array of two strings");
     }
     return {};
 }
@@ -176,6 +194,9 @@ bool HasKind(const QJsonValue& value, Kind kind)
                 return false;
         return true;
     }
+    case Kind::TextOrPair:
+        return value.isString() ||
+               (value.isArray() && value.toArray().size() == 2 && HasKind(value, Kind::TextList));
     }
     return false;
 }
@@ -184,6 +205,7 @@ QJsonValue ParseArgument(const QString& text, Kind kind)
 {
     switch (kind) {
     case Kind::Text:
+    case Kind::TextOrPair:
         return text;
     case Kind::Integer: {
         // Decimal, or hexadecimal after "0x" for bit patterns; never octal.
@@ -216,6 +238,7 @@ QVariant ToVariant(const QJsonValue& value, Kind kind)
     case Kind::Text:
         return value.toString();
     case Kind::TextList:
+    case Kind::TextOrPair:
         return value.toVariant();
     }
     return {};

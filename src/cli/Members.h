@@ -14,7 +14,9 @@
 namespace fw::cli {
 
 /// The JSON type a member takes.
-enum class Kind { Text, Integer, Boolean, TextList };
+/// TextOrPair: a text, or an array of two texts that the host's pair helper
+/// packs into one (the two-field input's prompts and defaults).
+enum class Kind { Text, Integer, Boolean, TextList, TextOrPair };
 
 struct Member {
     const char* path; ///< "Record.Member", or "Public.Name" for a form's public variable

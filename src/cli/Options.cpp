@@ -3,6 +3,7 @@
 #include "cli/Members.h"
 #include "core/cls_Formwerk.h"
 
+#include <QJsonArray>
 #include <array>
 
 namespace fw::cli {
@@ -22,6 +23,14 @@ constexpr std::array kOptions{
     Option{"icon", "PATH", Setting::Member, "Request.IconPath",
            "icon resource path, such as Ico\\32\\Computer\\Signs\\Question.ico"},
     Option{"mode", "N", Setting::Member, "Public.DialogMode", "the message dialog's DialogMode"},
+    Option{"default", "TEXT", Setting::Member, "Texts.DefaultText",
+           "text the input box starts with (the first box of frm_DialogInputDbl)"},
+    Option{"default2", "TEXT", Setting::PairSecond, "Texts.DefaultText",
+           "the second box's text of frm_DialogInputDbl"},
+    Option{"password", nullptr, Setting::Member, "Public.PasswordEntry",
+           "mask the input box of frm_DialogInput and frm_DialogInputMulti"},
+    Option{"old", "TEXT", Setting::Member, "Texts.OldValue",
+           "the current password that frm_DialogPassword checks against"},
     Option{"language", "de|en", Setting::Language, nullptr,
            "language of the dialog's own texts (default: from the locale)"},
     Option{"request", "FILE", Setting::Request, nullptr,
@@ -40,19 +49,44 @@ const Option* findOption(const QString& name)
     return nullptr;
 }
 
+// One text of a pair member: the other text stays as an earlier option left it.
+void setPairPart(Invocation& inv, const QString& path, int part, const QString& value)
+{
+    for (auto it = inv.members.rbegin(); it != inv.members.rend(); ++it) {
+        if (it->first != path)
+            continue;
+        QJsonArray pair = it->second.isArray() ? it->second.toArray()
+                                               : QJsonArray{it->second.toString(), QString()};
+        pair[part] = value;
+        it->second = pair;
+        return;
+    }
+    inv.members.emplace_back(path, part == 0 ? QJsonValue(value)
+                                             : QJsonValue(QJsonArray{QString(), value}));
+}
+
 QString applyOption(const Option& option, const QString& value, Invocation& inv)
 {
     const QString dashed = QStringLiteral("--") + QLatin1String(option.name);
     switch (option.setting) {
     case Setting::Member: {
         const Member* member = FindMember(QLatin1String(option.member));
-        const QJsonValue parsed = ParseArgument(value, member->kind);
+        if (member->kind == Kind::TextOrPair) {
+            setPairPart(inv, QLatin1String(option.member), 0, value);
+            return {};
+        }
+        // A switch sets its Boolean member.
+        const QJsonValue parsed =
+            option.value ? ParseArgument(value, member->kind) : QJsonValue(true);
         if (parsed.isUndefined())
             return QStringLiteral("%1 needs %2, not '%3'")
                 .arg(dashed, KindName(member->kind), value);
         inv.members.emplace_back(QLatin1String(option.member), parsed);
         return {};
     }
+    case Setting::PairSecond:
+        setPairPart(inv, QLatin1String(option.member), 1, value);
+        return {};
     case Setting::Language:
         if (value == QLatin1String("de"))
             inv.language = 7;
@@ -195,6 +229,9 @@ QString HelpText()
         "  {\"Request\":{\"Title\":\"Save?\",\"Flags\":4},\"Texts\":{\"Description\":\"...\"},\n"
         "   \"Public\":{\"DialogMode\":0}}\n"
         "It is read first; options on the command line then replace single members.\n"
+        "\nfrm_DialogInputDbl asks for two texts: give its prompts as --text and --text2\n"
+        "(or \"Description\":[\"A\",\"B\"]) and its defaults as --default and --default2\n"
+        "(or \"DefaultText\":[\"A\",\"B\"]); it prints \"InputText\" as an array of two.\n"
         "\nEnvironment:\n"
         "  FORMWERK_SCRIPT_KEYS  keys typed into the dialog after its first paint,\n"
         "                        separated by spaces, e.g. \"Escape\", \"k\", \"Shift+F12\"\n"

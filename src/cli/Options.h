@@ -24,7 +24,9 @@ enum Exit : int {
 };
 
 /// What an option does besides filling a record member.
-enum class Setting { Member, Language, Request, Screenshot, List, Help };
+/// PairSecond fills the second text of a TextOrPair member; the member's own
+/// option fills the first.
+enum class Setting { Member, PairSecond, Language, Request, Screenshot, List, Help };
 
 struct Option {
     const char* name;  ///< long name without the leading "--"

@@ -30,6 +30,7 @@ const QHash<QString, QStringList>& resultMembers()
 {
     static const QHash<QString, QStringList> table{
         {QStringLiteral("frm_DialogMessage"), {}},
+        {QStringLiteral("frm_DialogText"), {}},
         {QStringLiteral("frm_DialogInput"), {QStringLiteral("Texts.InputText")}},
         {QStringLiteral("frm_DialogInputMulti"), {QStringLiteral("Texts.InputText")}},
         {QStringLiteral("frm_DialogInputDbl"), {QStringLiteral("Texts.InputText")}},
@@ -91,6 +92,19 @@ Outcome readRequest(const QString& path, QJsonObject& request)
     return {};
 }
 
+Outcome readTextFile(const QString& path, std::string& text)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return {ExitNoInput,
+                QStringLiteral("cannot read text file '%1': %2").arg(path, file.errorString())};
+    QByteArray bytes = file.readAll();
+    if (bytes.startsWith("\xEF\xBB\xBF"))
+        bytes.remove(0, 3); // a byte-order mark is no part of the text
+    text = QString::fromUtf8(bytes).toStdString();
+    return {};
+}
+
 // The request file first, then the command line's members over it.
 Outcome fillRecords(const Invocation& inv, DialogContext& context, QVariantMap& publics)
 {
@@ -108,6 +122,8 @@ Outcome fillRecords(const Invocation& inv, DialogContext& context, QVariantMap& 
         else
             member->set(context, value);
     }
+    if (!inv.textFile.isEmpty())
+        return readTextFile(inv.textFile, context.Texts.Description);
     return {};
 }
 

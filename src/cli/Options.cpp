@@ -16,7 +16,11 @@ constexpr std::array kOptions{
     Option{"title", "TEXT", Setting::Member, "Request.Title",
            "title; \"Head: second line\" gives a two-line header"},
     Option{"text", "TEXT", Setting::Member, "Texts.Description", "the message text"},
+    Option{"text-file", "FILE", Setting::TextFile, nullptr,
+           "the message text from a UTF-8 file (the text viewer's long text)"},
     Option{"text2", "TEXT", Setting::Member, "Texts.Description2", "a second text"},
+    Option{"subtitle", "TEXT", Setting::Member, "Request.Subtitle",
+           "second line of the text viewer's header"},
     Option{"flags", "N", Setting::Member, "Request.Flags",
            "button set: 0 OK, 1 OK/Cancel, 2 Abort/Retry/Ignore, 3 Yes/No/Cancel, 4 Yes/No, "
            "5 Retry/Cancel"},
@@ -97,6 +101,9 @@ QString applyOption(const Option& option, const QString& value, Invocation& inv)
         return {};
     case Setting::Request:
         inv.requestFile = value;
+        return {};
+    case Setting::TextFile:
+        inv.textFile = value;
         return {};
     case Setting::Screenshot:
         inv.screenshot = value;
@@ -236,7 +243,8 @@ QString HelpText()
         "  FORMWERK_SCRIPT_KEYS  keys typed into the dialog after its first paint,\n"
         "                        separated by spaces, e.g. \"Escape\", \"k\", \"Shift+F12\"\n"
         "\nExit codes: the result code; 64 bad usage, 65 bad request data, 66 request\n"
-        "file unreadable, 69 no display, 70 dialog failed, 73 screenshot not written.\n");
+        "or text file unreadable, 69 no display, 70 dialog failed, 73 screenshot not\n"
+        "written.\n");
     return text;
 }
 

@@ -26,7 +26,7 @@ enum Exit : int {
 /// What an option does besides filling a record member.
 /// PairSecond fills the second text of a TextOrPair member; the member's own
 /// option fills the first.
-enum class Setting { Member, PairSecond, Language, Request, Screenshot, List, Help };
+enum class Setting { Member, PairSecond, Language, Request, TextFile, Screenshot, List, Help };
 
 struct Option {
     const char* name;  ///< long name without the leading "--"
@@ -46,6 +46,7 @@ struct Invocation {
     std::vector<std::pair<QString, QJsonValue>> members;
     int language = 0;    ///< 0: the environment's, else 7 German or 9 English
     QString requestFile; ///< "-" for standard input
+    QString textFile;    ///< UTF-8 file whose content becomes Texts.Description
     QString screenshot;
     bool list = false;
     bool help = false;

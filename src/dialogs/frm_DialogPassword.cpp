@@ -132,9 +132,16 @@ void frm_DialogPassword::arrange()
         int top = lab_Description->Top() + lab_Description->Height();
         if (img_Icon->Visible())
             top = std::max(top, img_Icon->Top() + img_Icon->Height());
-        top += px(kGap);
-        ctl_Seperator1->Move(left, top, clientWidth - left - px(kMargin), px(1));
-        top += px(kGap);
+        // Without a prompt or an icon the rows start at the top, with no rule above them.
+        const bool head = img_Icon->Visible() || !lab_Description->Caption().isEmpty();
+        ctl_Seperator1->SetVisible(head);
+        if (head) {
+            top += px(kGap);
+            ctl_Seperator1->Move(left, top, clientWidth - left - px(kMargin), px(1));
+            top += px(kGap);
+        } else {
+            top = px(kMargin);
+        }
         const int boxLeft = left + px(kCaptionWidth);
         const int boxWidth = clientWidth - boxLeft - px(kMargin);
         for (auto [label, box] : {std::pair{Label1, txt_Old}, std::pair{Label2, txt_New},

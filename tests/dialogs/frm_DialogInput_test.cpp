@@ -208,20 +208,6 @@ TEST(MultiLineInput, ReturnBreaksTheLineAndCtrlReturnAnswers)
     EXPECT_EQ(form.Context->Texts.InputText, "eins\nzwei");
 }
 
-TEST(OneLineInput, ReturnAnswersOk)
-{
-    ScopedTestHost host;
-    ModalDriver driver;
-    frm_DialogInput form;
-    form.Context = std::make_shared<DialogContext>();
-    RunModal<frm_DialogInput>(driver, form, [](frm_DialogInput& f) {
-        Type(f, QStringLiteral("Ordner 1"));
-        PressKey(f, Qt::Key_Return);
-    });
-    EXPECT_EQ(form.Context->Request.Result, 1);
-    EXPECT_EQ(form.Context->Texts.InputText, "Ordner 1");
-}
-
 TEST(OneLineInput, AClickSelectsTheTextOrOpensTheKeyboardUnderTouch)
 {
     ScopedTestHost host;

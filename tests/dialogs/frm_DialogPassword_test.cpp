@@ -101,16 +101,6 @@ TEST_F(PasswordDialog, WithoutAnOldPasswordItsBoxIsOffAndAnEmptyNewOneCounts)
     EXPECT_EQ(context->Texts.InputText, "");
 }
 
-TEST_F(PasswordDialog, AllBoxesMaskWhatIsTyped)
-{
-    run([](frm_DialogPassword& f) {
-        for (TextBox* box : {f.txt_Old, f.txt_New, f.txt_Retype})
-            EXPECT_EQ(box->PasswordChar(), QStringLiteral("*")) << box->Name().toStdString();
-        EXPECT_EQ(f.txt_Old->BackColor(), f.txt_New->BackColor());
-        f.Unload();
-    });
-}
-
 TEST_F(PasswordDialog, AbortAndHelpCloseWithoutAnAnswer)
 {
     struct Row {

@@ -129,6 +129,26 @@ Outcome fillRecords(const Invocation& inv, DialogContext& context, QVariantMap& 
 
 // The process-wide language choice lasts for one run only, so that a host
 // (or a test) that runs the command in-process gets its own language back.
+// Touch mode for one run: the desktop host's settings honour FORMWERK_TOUCHMODE.
+class TouchScope {
+  public:
+    explicit TouchScope(bool on) : m_set(on && !qEnvironmentVariableIsSet("FORMWERK_TOUCHMODE"))
+    {
+        if (m_set)
+            qputenv("FORMWERK_TOUCHMODE", "1");
+    }
+    ~TouchScope()
+    {
+        if (m_set)
+            qunsetenv("FORMWERK_TOUCHMODE");
+    }
+    TouchScope(const TouchScope&) = delete;
+    TouchScope& operator=(const TouchScope&) = delete;
+
+  private:
+    bool m_set;
+};
+
 class LanguageScope {
   public:
     explicit LanguageScope(int id) : m_set(id != 0)
@@ -183,6 +203,7 @@ Outcome runDialog(const Invocation& inv, QTextStream& out)
         return {ExitSoftware, QStringLiteral("a dialog needs a QApplication")};
 
     LanguageScope language(inv.language);
+    TouchScope touch(inv.touch);
     std::unique_ptr<Form> form = cls_Formwerk().Create(inv.dialog.toStdString());
     auto* host = dynamic_cast<HasContext*>(form.get());
     if (!host)

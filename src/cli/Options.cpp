@@ -35,6 +35,8 @@ constexpr std::array kOptions{
            "mask the input box of frm_DialogInput and frm_DialogInputMulti"},
     Option{"old", "TEXT", Setting::Member, "Texts.OldValue",
            "the current password that frm_DialogPassword checks against"},
+    Option{"touch", nullptr, Setting::Touch, nullptr,
+           "touch mode for this run: a click in a text box brings up the on-screen keyboard"},
     Option{"language", "de|en", Setting::Language, nullptr,
            "language of the dialog's own texts (default: from the locale)"},
     Option{"request", "FILE", Setting::Request, nullptr,
@@ -88,6 +90,9 @@ QString applyOption(const Option& option, const QString& value, Invocation& inv)
         inv.members.emplace_back(QLatin1String(option.member), parsed);
         return {};
     }
+    case Setting::Touch:
+        inv.touch = true;
+        return {};
     case Setting::PairSecond:
         setPairPart(inv, QLatin1String(option.member), 1, value);
         return {};
@@ -162,11 +167,6 @@ ParseResult Parse(const QStringList& args)
         }
         if (arg == QLatin1String("-h")) {
             inv.help = true;
-            continue;
-        }
-        if (arg == QLatin1String("--touch")) {
-            // Touch mode for this run: the desktop host's settings read it here.
-            qputenv("FORMWERK_TOUCHMODE", "1");
             continue;
         }
         // Both "--name value" and "--name=value".

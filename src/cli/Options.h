@@ -26,7 +26,17 @@ enum Exit : int {
 /// What an option does besides filling a record member.
 /// PairSecond fills the second text of a TextOrPair member; the member's own
 /// option fills the first.
-enum class Setting { Member, PairSecond, Language, Request, TextFile, Screenshot, List, Help };
+enum class Setting {
+    Touch,
+    Member,
+    PairSecond,
+    Language,
+    Request,
+    TextFile,
+    Screenshot,
+    List,
+    Help
+};
 
 struct Option {
     const char* name;  ///< long name without the leading "--"
@@ -45,6 +55,7 @@ struct Invocation {
     /// Members named on the command line, in order; they win over --request.
     std::vector<std::pair<QString, QJsonValue>> members;
     int language = 0;    ///< 0: the environment's, else 7 German or 9 English
+    bool touch = false;  ///< touch mode ("Touchmode") on for this run
     QString requestFile; ///< "-" for standard input
     QString textFile;    ///< UTF-8 file whose content becomes Texts.Description
     QString screenshot;

@@ -58,10 +58,23 @@ void TextBox::SetText(const QString& text)
 {
     if (Text() == text)
         return;
-    if (m_line)
+    if (m_line) {
         m_line->setText(text);
-    else
-        m_multi->setPlainText(text);
+        return;
+    }
+    // Qt takes minutes to wrap one line of a megabyte; such a text shows unwrapped.
+    constexpr qsizetype kLongestWrappedLine = 20000;
+    qsizetype longest = 0;
+    for (qsizetype start = 0; start <= text.size();) {
+        qsizetype end = text.indexOf(u'\n', start);
+        if (end < 0)
+            end = text.size();
+        longest = std::max(longest, end - start);
+        start = end + 1;
+    }
+    m_multi->setLineWrapMode(longest > kLongestWrappedLine ? QPlainTextEdit::NoWrap
+                                                           : QPlainTextEdit::WidgetWidth);
+    m_multi->setPlainText(text);
 }
 
 int TextBox::SelStart() const

@@ -111,7 +111,7 @@ TEST_F(PasswordDialog, AbortAndHelpCloseWithoutAnAnswer)
         SCOPED_TRACE(row.key);
         frm_DialogPassword dialog;
         auto ctx = std::make_shared<DialogContext>();
-        ctx->Texts.OldValue = "x";
+        ctx->Texts.OldValue = std::string(1, 'x');
         ctx->Texts.InputText = "vorher";
         dialog.Context = ctx;
         RunModal<frm_DialogPassword>(driver, dialog, [&](frm_DialogPassword& f) {

@@ -2,10 +2,12 @@
 
 #include "cli/Members.h"
 #include "cli/Options.h"
+#include "cli/ProcessDriver.h"
 #include "cli/ScriptKeys.h"
 #include "core/HasContext.h"
 #include "core/cls_Formwerk.h"
 #include "desktop/DesktopHost.h"
+#include "dialogs/frm_DialogProcess.h"
 #include "host/mdl_CoreDevWrapper.h"
 
 #include <QApplication>
@@ -31,6 +33,7 @@ const QHash<QString, QStringList>& resultMembers()
     static const QHash<QString, QStringList> table{
         {QStringLiteral("frm_DialogMessage"), {}},
         {QStringLiteral("frm_DialogText"), {}},
+        {QStringLiteral("frm_DialogProcess"), {}},
         {QStringLiteral("frm_DialogInput"), {QStringLiteral("Texts.InputText")}},
         {QStringLiteral("frm_DialogInputMulti"), {QStringLiteral("Texts.InputText")}},
         {QStringLiteral("frm_DialogInputDbl"), {QStringLiteral("Texts.InputText")}},
@@ -217,8 +220,14 @@ Outcome runDialog(const Invocation& inv, QTextStream& out)
     try {
         if (!inv.screenshot.isEmpty())
             return screenshot(*form, inv.screenshot);
-        KeyTyper typer(script.keys);
-        form->Show(true);
+        if (auto* progress = dynamic_cast<frm_DialogProcess*>(form.get())) {
+            DriveProgress(*progress, [](const QString& warning) {
+                std::fputs(qPrintable(QStringLiteral("formwerk: ") + warning + u'\n'), stderr);
+            });
+        } else {
+            KeyTyper typer(script.keys);
+            form->Show(true);
+        }
     } catch (const std::exception& e) {
         return {ExitSoftware, QStringLiteral("dialog '%1' failed: %2")
                                   .arg(inv.dialog, QString::fromLocal8Bit(e.what()))};
@@ -314,7 +323,9 @@ int Main(int argc, char** argv)
     if (!parsed.error.isEmpty() || !parsed.invocation.needsWindow())
         return Run(args, out, err);
     const bool screenshot = !parsed.invocation.screenshot.isEmpty();
-    const bool scripted = !qEnvironmentVariableIsEmpty("FORMWERK_SCRIPT_KEYS");
+    // The progress window is driven by standard input, not by a person.
+    const bool scripted = !qEnvironmentVariableIsEmpty("FORMWERK_SCRIPT_KEYS") ||
+                          parsed.invocation.dialog == QLatin1String("frm_DialogProcess");
     if (const QString problem = DisplayProblem(screenshot, scripted); !problem.isEmpty()) {
         err << "formwerk: " << problem << '\n';
         return ExitUnavailable;

@@ -5,6 +5,7 @@
 #include "dialogs/frm_DialogInputMulti.h"
 #include "dialogs/frm_DialogMessage.h"
 #include "dialogs/frm_DialogPassword.h"
+#include "dialogs/frm_DialogProcess.h"
 #include "dialogs/frm_DialogText.h"
 #include "forms/Resume.h"
 
@@ -51,7 +52,7 @@ const std::vector<Entry>& table()
         {"frm_DialogPassword", make<frm_DialogPassword>()},
         {"frm_DialogCritical", {}}, // the fading notice, which opens the critical choice itself
         {"frm_DialogXMLInspector", {}},
-        {"frm_DialogProcess", {}},
+        {"frm_DialogProcess", make<frm_DialogProcess>()},
     };
     return entries;
 }

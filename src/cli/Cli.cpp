@@ -42,6 +42,17 @@ const QHash<QString, QStringList>& resultMembers()
     return table;
 }
 
+// Forms that take no DialogContext answer in public variables; they are
+// printed under their own names, and Accepted stands for the result code.
+const QHash<QString, QStringList>& resultPublics()
+{
+    static const QHash<QString, QStringList> table{
+        {QStringLiteral("frm_DialogMonitor"),
+         {QStringLiteral("Accepted"), QStringLiteral("Monitor")}},
+    };
+    return table;
+}
+
 // The two-field input keeps its pairs packed in single texts; its user sees
 // them as two: prompts from --text and --text2, answers as an array of two.
 bool TakesPairs(const QString& dialog)
@@ -208,10 +219,10 @@ Outcome runDialog(const Invocation& inv, QTextStream& out)
     LanguageScope language(inv.language);
     TouchScope touch(inv.touch);
     std::unique_ptr<Form> form = cls_Formwerk().Create(inv.dialog.toStdString());
-    auto* host = dynamic_cast<HasContext*>(form.get());
-    if (!host)
+    if (!form)
         return {ExitSoftware, QStringLiteral("dialog '%1' could not be made").arg(inv.dialog)};
-    host->Context = context;
+    if (auto* host = dynamic_cast<HasContext*>(form.get()))
+        host->Context = context;
     for (auto it = publics.cbegin(); it != publics.cend(); ++it)
         if (!form->SetPublic(it.key(), it.value()))
             return {ExitUsage,
@@ -232,7 +243,14 @@ Outcome runDialog(const Invocation& inv, QTextStream& out)
         return {ExitSoftware, QStringLiteral("dialog '%1' failed: %2")
                                   .arg(inv.dialog, QString::fromLocal8Bit(e.what()))};
     }
-    out << QJsonDocument(Answer(inv.dialog, *context)).toJson(QJsonDocument::Compact) << '\n';
+    const QStringList publicAnswers = resultPublics().value(inv.dialog);
+    if (publicAnswers.contains(QStringLiteral("Accepted")))
+        context->Request.Result =
+            form->GetPublic(QStringLiteral("Accepted")).toBool() ? ResultOk : ResultAbort;
+    QJsonObject answer = Answer(inv.dialog, *context);
+    for (const QString& name : publicAnswers)
+        answer.insert(name, QJsonValue::fromVariant(form->GetPublic(name)));
+    out << QJsonDocument(answer).toJson(QJsonDocument::Compact) << '\n';
     out.flush();
     return {ExitCodeOf(context->Request.Result), {}};
 }

@@ -108,6 +108,13 @@ QSize ButtonFace::sizeHint() const
             std::max(theme::ButtonHeight, content.height() + 8)};
 }
 
+void ButtonFace::setBorderColours(const QColor& outer, const QColor& inner)
+{
+    m_borderOuter = outer;
+    m_borderInner = inner;
+    update();
+}
+
 void ButtonFace::paintEvent(QPaintEvent*)
 {
     QPainter p(this);
@@ -123,6 +130,13 @@ void ButtonFace::paintEvent(QPaintEvent*)
     p.setPen(QPen(look.border, look.borderWidth));
     p.setBrush(look.fill);
     p.drawRoundedRect(body, radius, radius);
+    if (m_borderOuter.isValid()) {
+        p.setBrush(Qt::NoBrush);
+        p.setPen(QPen(m_borderOuter, 2));
+        p.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), radius, radius);
+        p.setPen(QPen(m_borderInner, 1));
+        p.drawRoundedRect(QRectF(rect()).adjusted(2.5, 2.5, -2.5, -2.5), radius - 1, radius - 1);
+    }
     if (focus && m_defaultLook && !m_round) {
         // On the accent fill an outer ring would vanish; an inner white line shows.
         p.setPen(QPen(QColor(255, 255, 255, 200), 1));

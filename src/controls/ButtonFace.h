@@ -4,6 +4,7 @@
 // focus and disabled states, and an accent look for the default button.
 
 #include <QAbstractButton>
+#include <QColor>
 #include <QImage>
 
 namespace fw {
@@ -22,6 +23,9 @@ class ButtonFace : public QAbstractButton {
     void setDefaultLook(bool on);
     /// A small round button with one glyph (the help "?").
     void setRound(bool on);
+    /// Draws the frame in outer with an inner ring in inner; invalid colours
+    /// keep the themed frame.
+    void setBorderColours(const QColor& outer, const QColor& inner);
 
     QSize sizeHint() const override;
 
@@ -36,6 +40,8 @@ class ButtonFace : public QAbstractButton {
     QImage m_icon;
     bool m_defaultLook = false;
     bool m_round = false;
+    QColor m_borderOuter;
+    QColor m_borderInner;
 };
 
 } // namespace fw

@@ -10,6 +10,10 @@ ctl_Button::ctl_Button(Form& form, const QString& name, QWidget* container)
     : Control(form, name, QStringLiteral("ctl_Button"), nullptr),
       m_face(new ButtonFace(container ? container : form.clientArea()))
 {
+    const QColor frame = theme::ButtonBorder();
+    m_borderColor = m_borderColor2 = std::uint32_t(frame.red()) |
+                                     std::uint32_t(frame.green()) << 8 |
+                                     std::uint32_t(frame.blue()) << 16;
     m_face->resize(theme::ButtonWidth, theme::ButtonHeight);
     setWidget(m_face);
     QObject::connect(m_face, &QAbstractButton::clicked, m_face, [this] { PerformClick(); });
@@ -33,6 +37,24 @@ void ctl_Button::SetDefault(bool on)
     m_face->setDefaultLook(on);
 }
 
+void ctl_Button::SetBorderColor(std::uint32_t colour)
+{
+    m_borderColor = colour;
+    showBorder();
+}
+
+void ctl_Button::SetBorderColor2(std::uint32_t colour)
+{
+    m_borderColor2 = colour;
+    showBorder();
+}
+
+void ctl_Button::showBorder()
+{
+    m_face->setBorderColours(theme::FromHostColour(m_borderColor),
+                             theme::FromHostColour(m_borderColor2));
+}
+
 bool ctl_Button::PerformClick()
 {
     // Direct event delivery can reach a hidden face; a user could not click it.
@@ -51,6 +73,10 @@ QVariant ctl_Button::GetProperty(const QString& name) const
         return m_iconPath;
     if (key == u"DEFAULT")
         return m_default;
+    if (key == u"BORDERCOLOR")
+        return m_borderColor;
+    if (key == u"BORDERCOLOR2")
+        return m_borderColor2;
     return Control::GetProperty(name);
 }
 
@@ -63,6 +89,10 @@ bool ctl_Button::SetProperty(const QString& name, const QVariant& value)
         SetIconPath(value.toString());
     else if (key == u"DEFAULT")
         SetDefault(value.toBool());
+    else if (key == u"BORDERCOLOR")
+        SetBorderColor(value.toUInt());
+    else if (key == u"BORDERCOLOR2")
+        SetBorderColor2(value.toUInt());
     else
         return Control::SetProperty(name, value);
     return true;

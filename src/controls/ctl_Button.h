@@ -4,6 +4,8 @@
 
 #include "forms/Control.h"
 
+#include <cstdint>
+
 namespace fw {
 
 class ButtonFace;
@@ -19,6 +21,12 @@ class ctl_Button : public Control {
     void SetIconPath(const QString& path);
     bool Default() const { return m_default; }
     void SetDefault(bool on);
+    /// The frame's two colours as host colours (0x00BBGGRR); the themed frame
+    /// until one is set.
+    std::uint32_t BorderColor() const { return m_borderColor; }
+    void SetBorderColor(std::uint32_t colour);
+    std::uint32_t BorderColor2() const { return m_borderColor2; }
+    void SetBorderColor2(std::uint32_t colour);
 
     bool IsButton() const override { return true; }
     bool IsDefaultButton() const override { return m_default; }
@@ -32,6 +40,9 @@ class ctl_Button : public Control {
     QString m_text;
     QString m_iconPath;
     bool m_default = false;
+    std::uint32_t m_borderColor;
+    std::uint32_t m_borderColor2;
+    void showBorder();
 };
 
 } // namespace fw

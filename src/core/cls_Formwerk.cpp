@@ -7,6 +7,7 @@
 #include "dialogs/frm_DialogPassword.h"
 #include "dialogs/frm_DialogProcess.h"
 #include "dialogs/frm_DialogText.h"
+#include "folders/frm_DialogMonitor.h"
 #include "forms/Resume.h"
 
 #include <QMessageBox>
@@ -37,7 +38,7 @@ const std::vector<Entry>& table()
         {"frm_InternetFTPConfirm", {}},
         {"frm_InternetFTPSync", {}},
         {"frm_DialogFolder", {}},
-        {"frm_DialogMonitor", {}},
+        {"frm_DialogMonitor", make<frm_DialogMonitor>()},
         {"frm_DialogFileSync", {}},
         {"frm_DialogFileSyncConfirm", {}},
         {"frm_DialogMessage", make<frm_DialogMessage>()},

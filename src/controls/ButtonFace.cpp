@@ -165,7 +165,10 @@ void ButtonFace::paintEvent(QPaintEvent*)
     }
     if (!m_display.isEmpty()) {
         p.setClipRect(rect().adjusted(2, 2, -2, -2));
-        p.drawText(QRect(x, 0, width() - x, height()), kTextFlags, m_display);
+        // Lines of a broken caption centre on each other within the block.
+        const int textWidth = content.width() - (m_icon.isNull() ? 0 : m_icon.width() + kIconGap);
+        p.drawText(QRect(x, 0, textWidth, height()),
+                   (kTextFlags & ~Qt::AlignLeft) | Qt::AlignHCenter, m_display);
     }
 }
 

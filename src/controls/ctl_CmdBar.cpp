@@ -283,6 +283,8 @@ QVariant ctl_CmdBar::GetProperty(const QString& name) const
     const QString key = name.toUpper();
     if (key == u"HELPVISIBLE")
         return m_helpVisible;
+    if (key == u"DOEVENTS")
+        return m_doEvents;
     if (key == u"BUTTONS") {
         QStringList rows;
         for (const CmdBarButton& row : m_buttons)
@@ -297,6 +299,10 @@ bool ctl_CmdBar::SetProperty(const QString& name, const QVariant& value)
     const QString key = name.toUpper();
     if (key == u"HELPVISIBLE") {
         SetHelpVisible(value.toBool());
+        return true;
+    }
+    if (key == u"DOEVENTS") {
+        SetDoEvents(value.toBool());
         return true;
     }
     if (key == u"BUTTONS") {

@@ -46,6 +46,10 @@ class ctl_CmdBar : public Control {
 
     bool HelpVisible() const { return m_helpVisible; }
     void SetHelpVisible(bool on);
+    /// Whether the work behind the bar yields to the event loop while it runs,
+    /// so that the bar stays responsive (a progress window's abort button).
+    bool DoEvents() const { return m_doEvents; }
+    void SetDoEvents(bool on) { m_doEvents = on; }
 
     /// The widget that buttons of a form placed on the bar are children of.
     QWidget* container() const;
@@ -61,7 +65,7 @@ class ctl_CmdBar : public Control {
     bool PerformClick() override;
     bool PerformDialogKey(int keyCode) override;
 
-    /// "HelpVisible", and "Buttons" as a list of property-list rows.
+    /// "HelpVisible", "DoEvents", and "Buttons" as a list of property-list rows.
     QVariant GetProperty(const QString& name) const override;
     bool SetProperty(const QString& name, const QVariant& value) override;
 
@@ -72,6 +76,7 @@ class ctl_CmdBar : public Control {
     CmdBarStrip* m_strip;
     std::vector<CmdBarButton> m_buttons;
     bool m_helpVisible = true;
+    bool m_doEvents = false;
 };
 
 } // namespace fw

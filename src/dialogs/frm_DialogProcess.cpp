@@ -57,6 +57,7 @@ frm_DialogProcess::frm_DialogProcess() : Form(QStringLiteral("frm_DialogProcess"
                            QStringLiteral("Ico\\20\\Computer\\Signs\\abort.ico"),
                            QStringLiteral("DIALOG.ABORT();"));
     bar_Buttons->Key = [this](const QString& key) { bar_Buttons_Key(key); };
+    bar_Buttons->SetDoEvents(true);
     arrange();
 }
 
@@ -88,11 +89,9 @@ void frm_DialogProcess::PROCESS_SET_RANGE(std::int32_t lower, std::int32_t upper
 void frm_DialogProcess::PROCESS_SET_CUR(std::int32_t value)
 {
     bar->SetValue(value);
-    // The bar's "DoEvents" flag governs the pump. The bar holds no such
-    // property unless someone gave it one; then the window pumps, since one
-    // that never yields to the event loop can neither repaint nor be aborted.
-    const QVariant pump = bar_Buttons->GetProperty(QStringLiteral("DoEvents"));
-    if (!pump.isValid() || pump.toBool())
+    // The caller's loop yields here alone: the bar's flag, on by design in this
+    // window, lets it repaint and its abort button be pressed.
+    if (bar_Buttons->DoEvents())
         QCoreApplication::processEvents();
 }
 

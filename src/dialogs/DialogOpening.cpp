@@ -1,6 +1,7 @@
 #include "dialogs/DialogOpening.h"
 
 #include "controls/Theme.h"
+#include "controls/ctl_Button.h"
 #include "controls/ctl_CmdBar.h"
 #include "forms/Form.h"
 #include "forms/Pictures.h"
@@ -88,6 +89,17 @@ Command CommandOf(const QString& key)
     if (upper == u"HELP")
         return Command::Help;
     return Command::Other;
+}
+
+ctl_Button* AddDefaultTextButton(Form& form, ctl_CmdBar& bar)
+{
+    auto* button = form.Add<ctl_Button>(QStringLiteral("but_DefText"), bar.container());
+    button->SetText(QStringLiteral("&Vorgabe"));
+    button->SetIconPath(QStringLiteral("Ico\\20\\Computer\\Signs\\undo.ico"));
+    button->Move(ToTwips(theme::Margin - 4 + theme::ButtonHeight + theme::Gap),
+                 ToTwips((theme::CmdBarHeight - theme::ButtonHeight + 1) / 2),
+                 ToTwips(theme::ButtonWidth + 12), ToTwips(theme::ButtonHeight));
+    return button;
 }
 
 } // namespace fw

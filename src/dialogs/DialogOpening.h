@@ -34,6 +34,10 @@ constexpr int PromptShownLength = 4000;
 /// The bar rows of the dialogs that end on a key: OK, Abbruch and the round help.
 void AddDialogCommands(ctl_CmdBar& bar);
 
+class ctl_Button;
+/// The "&Vorgabe" button of the input forms, on the bar beside its help button.
+ctl_Button* AddDefaultTextButton(Form& form, ctl_CmdBar& bar);
+
 /// What a bar key means, compared in upper case; Other for keys of no meaning.
 enum class Command { Ok, Abort, Help, Other };
 Command CommandOf(const QString& key);

@@ -58,13 +58,7 @@ SingleInputForm::SingleInputForm(const QString& name, bool multiLine, bool touch
     AddDialogCommands(*ctl_Sidebar);
     ctl_Sidebar->Key = [this](const QString& key) { ctl_Sidebar_Key(key); };
 
-    // Beside the round help button on the bar's left.
-    but_DefText = Add<ctl_Button>(QStringLiteral("but_DefText"), ctl_Sidebar->container());
-    but_DefText->SetText(QStringLiteral("&Vorgabe"));
-    but_DefText->SetIconPath(QStringLiteral("Ico\\20\\Computer\\Signs\\undo.ico"));
-    but_DefText->Move(px(theme::Margin - 4 + theme::ButtonHeight + theme::Gap),
-                      px((theme::CmdBarHeight - theme::ButtonHeight + 1) / 2),
-                      px(theme::ButtonWidth + 12), px(theme::ButtonHeight));
+    but_DefText = AddDefaultTextButton(*this, *ctl_Sidebar);
     but_DefText->Click = [this] {
         showDefault();
         Resume([&] { txt_Input->SetFocus(); });

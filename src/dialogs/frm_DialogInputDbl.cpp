@@ -86,12 +86,7 @@ frm_DialogInputDbl::frm_DialogInputDbl() : Form(QStringLiteral("frm_DialogInputD
     AddDialogCommands(*ctl_Sidebar);
     ctl_Sidebar->Key = [this](const QString& key) { ctl_Sidebar_Key(key); };
 
-    but_DefText = Add<ctl_Button>(QStringLiteral("but_DefText"), ctl_Sidebar->container());
-    but_DefText->SetText(QStringLiteral("&Vorgabe"));
-    but_DefText->SetIconPath(QStringLiteral("Ico\\20\\Computer\\Signs\\undo.ico"));
-    but_DefText->Move(px(theme::Margin - 4 + theme::ButtonHeight + theme::Gap),
-                      px((theme::CmdBarHeight - theme::ButtonHeight + 1) / 2),
-                      px(theme::ButtonWidth + 12), px(theme::ButtonHeight));
+    but_DefText = AddDefaultTextButton(*this, *ctl_Sidebar);
     but_DefText->Click = [this] {
         showDefaults();
         Resume([&] { txt_InputA->SetFocus(); });

@@ -1,13 +1,12 @@
 #include "cli/Cli.h"
 
+#include "cli/DialogRuns.h"
 #include "cli/Members.h"
 #include "cli/Options.h"
-#include "cli/ProcessDriver.h"
 #include "cli/ScriptKeys.h"
 #include "core/HasContext.h"
 #include "core/cls_Formwerk.h"
 #include "desktop/DesktopHost.h"
-#include "dialogs/frm_DialogProcess.h"
 #include "host/mdl_CoreDevWrapper.h"
 
 #include <QApplication>
@@ -42,17 +41,6 @@ const QHash<QString, QStringList>& resultMembers()
     return table;
 }
 
-// Forms that take no DialogContext answer in public variables; they are
-// printed under their own names, and Accepted stands for the result code.
-const QHash<QString, QStringList>& resultPublics()
-{
-    static const QHash<QString, QStringList> table{
-        {QStringLiteral("frm_DialogMonitor"),
-         {QStringLiteral("Accepted"), QStringLiteral("Monitor")}},
-    };
-    return table;
-}
-
 // The two-field input keeps its pairs packed in single texts; its user sees
 // them as two: prompts from --text and --text2, answers as an array of two.
 bool TakesPairs(const QString& dialog)
@@ -76,14 +64,6 @@ QJsonValue unpacked(const std::string& packed)
     GetCoreDevText().Pairs().Unpack(packed, first, second);
     return QJsonArray{QString::fromStdString(first), QString::fromStdString(second)};
 }
-
-// How a step ends: a non-zero code ends the run, with a message for stderr
-// unless it is a dialog's answer.
-struct Outcome {
-    int code = ExitOk;
-    QString message;
-    explicit operator bool() const { return code != ExitOk; }
-};
 
 Outcome readRequest(const QString& path, QJsonObject& request)
 {
@@ -216,6 +196,11 @@ Outcome runDialog(const Invocation& inv, QTextStream& out)
     if (!qobject_cast<QApplication*>(QCoreApplication::instance()))
         return {ExitSoftware, QStringLiteral("a dialog needs a QApplication")};
 
+    const DialogRun* run = FindDialogRun(inv.dialog);
+    for (const auto& [option, value] : inv.extras)
+        if (!run || !run->extras.contains(option))
+            return {ExitUsage, QStringLiteral("--%1 does not apply to %2").arg(option, inv.dialog)};
+
     LanguageScope language(inv.language);
     TouchScope touch(inv.touch);
     std::unique_ptr<Form> form = cls_Formwerk().Create(inv.dialog.toStdString());
@@ -229,12 +214,13 @@ Outcome runDialog(const Invocation& inv, QTextStream& out)
                     QStringLiteral("%1 has no public variable %2").arg(inv.dialog, it.key())};
 
     try {
+        if (run && run->prepare)
+            if (Outcome failure = run->prepare(*form, inv, *context))
+                return failure;
         if (!inv.screenshot.isEmpty())
             return screenshot(*form, inv.screenshot);
-        if (auto* progress = dynamic_cast<frm_DialogProcess*>(form.get())) {
-            DriveProgress(*progress, [](const QString& warning) {
-                std::fputs(qPrintable(QStringLiteral("formwerk: ") + warning + u'\n'), stderr);
-            });
+        if (run && run->show) {
+            run->show(*form);
         } else {
             KeyTyper typer(script.keys);
             form->Show(true);
@@ -243,16 +229,12 @@ Outcome runDialog(const Invocation& inv, QTextStream& out)
         return {ExitSoftware, QStringLiteral("dialog '%1' failed: %2")
                                   .arg(inv.dialog, QString::fromLocal8Bit(e.what()))};
     }
-    const QStringList publicAnswers = resultPublics().value(inv.dialog);
-    if (publicAnswers.contains(QStringLiteral("Accepted")))
-        context->Request.Result =
-            form->GetPublic(QStringLiteral("Accepted")).toBool() ? ResultOk : ResultAbort;
     QJsonObject answer = Answer(inv.dialog, *context);
-    for (const QString& name : publicAnswers)
-        answer.insert(name, QJsonValue::fromVariant(form->GetPublic(name)));
+    if (run && run->answer)
+        run->answer(*form, *context, answer);
     out << QJsonDocument(answer).toJson(QJsonDocument::Compact) << '\n';
     out.flush();
-    return {ExitCodeOf(context->Request.Result), {}};
+    return {ExitCodeOf(answer.value(QStringLiteral("Result")).toInt()), {}};
 }
 
 // The offscreen platform says on stderr what it cannot do (raise a window,

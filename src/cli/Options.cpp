@@ -35,6 +35,18 @@ constexpr std::array kOptions{
            "mask the input box of frm_DialogInput and frm_DialogInputMulti"},
     Option{"old", "TEXT", Setting::Member, "Texts.OldValue",
            "the current password that frm_DialogPassword checks against"},
+    Option{"choice", "TEXT", Setting::Extra, nullptr,
+           "an option of frm_DialogCritical; repeat for more (up to three are shown)"},
+    Option{"choice-icon", "PATH", Setting::Extra, nullptr,
+           "icon of frm_DialogCritical's options (repeatable; the first serves all)"},
+    Option{"color", "COLOR", Setting::Extra, nullptr,
+           "start colour of frm_DialogColor: #RRGGBB or the 32-bit value red + 256 green + "
+           "65536 blue"},
+    Option{"monitor", "N", Setting::Extra, nullptr,
+           "the current monitor of frm_DialogMonitor, by its index"},
+    Option{"xml", "FILE", Setting::Extra, nullptr, "the XML file frm_DialogXMLInspector shows"},
+    Option{"ftp", "HOST[:PORT]", Setting::Extra, nullptr,
+           "the FTP server frm_InternetFTPConsole talks to (port 21 unless given)"},
     Option{"touch", nullptr, Setting::Touch, nullptr,
            "touch mode for this run: a click in a text box brings up the on-screen keyboard"},
     Option{"language", "de|en", Setting::Language, nullptr,
@@ -93,6 +105,9 @@ QString applyOption(const Option& option, const QString& value, Invocation& inv)
     case Setting::Touch:
         inv.touch = true;
         return {};
+    case Setting::Extra:
+        inv.extras.emplace_back(QLatin1String(option.name), value);
+        return {};
     case Setting::PairSecond:
         setPairPart(inv, QLatin1String(option.member), 1, value);
         return {};
@@ -143,6 +158,15 @@ QString wrap(const QString& help, int indent, int width)
 }
 
 } // namespace
+
+QStringList Invocation::extra(const QString& name) const
+{
+    QStringList values;
+    for (const auto& [option, value] : extras)
+        if (option == name)
+            values << value;
+    return values;
+}
 
 std::span<const Option> Options()
 {

@@ -25,10 +25,12 @@ enum Exit : int {
 
 /// What an option does besides filling a record member.
 /// PairSecond fills the second text of a TextOrPair member; the member's own
-/// option fills the first.
+/// option fills the first. Extra keeps the value for the dialog's own run
+/// (a file to load, a server to reach); a repeated Extra keeps every value.
 enum class Setting {
     Touch,
     Member,
+    Extra,
     PairSecond,
     Language,
     Request,
@@ -61,6 +63,12 @@ struct Invocation {
     QString screenshot;
     bool list = false;
     bool help = false;
+    /// Values of Setting::Extra options by option name, in command-line order.
+    std::vector<std::pair<QString, QString>> extras;
+
+    /// Every value given for an Extra option, in order.
+    QStringList extra(const QString& name) const;
+    bool hasExtra(const QString& name) const { return !extra(name).isEmpty(); }
 
     /// Whether this run opens a window (and so needs a display or --screenshot).
     bool needsWindow() const { return !help && !list; }

@@ -1,0 +1,11 @@
+#include "cli/DialogRuns.h"
+
+namespace fw::cli {
+
+// The form is not in the library yet; the row names the options it will read.
+DialogRun CriticalRun()
+{
+    return {{QStringLiteral("choice"), QStringLiteral("choice-icon")}};
+}
+
+} // namespace fw::cli

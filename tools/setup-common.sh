@@ -10,6 +10,7 @@ packages=(
     libgtest-dev libbenchmark-dev
     xvfb xauth                # a virtual display where there is no screen
     fonts-dejavu-core adwaita-icon-theme
+    python3-pyftpdlib         # a real FTP server on loopback for the FTP console's tests
 )
 
 say() { printf '\n== %s\n' "$*"; }

@@ -13,6 +13,7 @@
 namespace fw {
 
 class Control;
+class TreeNode;
 
 /// A favourite folder.
 struct FavoriteItem {
@@ -94,8 +95,8 @@ public:
 class XmlObject {
 public:
     virtual ~XmlObject() = default;
-    /// Fills a tree control below the given parent node key (empty: the root).
-    virtual void fillTree(Control& tree, const std::string& parent) = 0;
+    /// Fills a tree control below the given parent node (null: from the root).
+    virtual void fillTree(Control& tree, TreeNode* parent) = 0;
 };
 
 /// The host's FTP object behind the sync and console forms.

@@ -2,6 +2,7 @@
 // Host objects that single dialog families use: favourites, network, monitors,
 // resource packages, XML and FTP.
 
+#include "host/LateBound.h"
 #include "host/Picture.h"
 #include "host/StringList.h"
 
@@ -99,8 +100,9 @@ public:
     virtual void fillTree(Control& tree, TreeNode* parent) = 0;
 };
 
-/// The host's FTP object behind the sync and console forms.
-class FtpObject {
+/// The host's FTP object behind the sync and console forms. The console
+/// reaches it by name only: SENDCOMMAND through Invoke.
+class FtpObject : public LateBound {
 public:
     virtual ~FtpObject() = default;
     virtual bool Cancel() const = 0;
@@ -108,6 +110,7 @@ public:
     virtual bool synchronise() = 0;
     /// Late-bound command of the FTP console; returns the host's answer.
     virtual std::string SENDCOMMAND(const std::string& command) = 0;
+    std::string Invoke(const std::string& method, const std::vector<std::string>& args) override;
 };
 
 } // namespace fw

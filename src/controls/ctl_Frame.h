@@ -1,0 +1,30 @@
+#pragma once
+// A titled group: a thin rounded outline with its caption in the top line,
+// holding the controls of one part of a dialog.
+
+#include "forms/Control.h"
+
+namespace fw {
+
+class FrameBox;
+
+class ctl_Frame : public Control {
+  public:
+    ctl_Frame(Form& form, const QString& name, QWidget* container = nullptr);
+
+    QString Caption() const { return m_caption; }
+    void SetCaption(const QString& caption);
+    /// Controls placed in the frame use this as their container widget.
+    QWidget* container() const { return widget(); }
+    /// Where the inside begins below the caption, in twips.
+    int InsideTop() const;
+
+    QVariant GetProperty(const QString& name) const override;
+    bool SetProperty(const QString& name, const QVariant& value) override;
+
+  private:
+    friend class FrameBox;
+    QString m_caption;
+};
+
+} // namespace fw

@@ -9,6 +9,8 @@
 #include "dialogs/frm_DialogText.h"
 #include "folders/frm_DialogMonitor.h"
 #include "forms/Resume.h"
+#include "inspect/frm_DialogColor.h"
+#include "sync/frm_InternetFTPConsole.h"
 
 #include <QMessageBox>
 #include <QString>
@@ -34,7 +36,7 @@ struct Entry {
 const std::vector<Entry>& table()
 {
     static const std::vector<Entry> entries{
-        {"frm_InternetFTPConsole", {}},
+        {"frm_InternetFTPConsole", make<frm_InternetFTPConsole>()},
         {"frm_InternetFTPConfirm", {}},
         {"frm_InternetFTPSync", {}},
         {"frm_DialogFolder", {}},
@@ -48,7 +50,7 @@ const std::vector<Entry>& table()
         {"frm_DialogInputDbl", make<frm_DialogInputDbl>()},
         {"frm_DialogPath", {}}, // an alias of frm_DialogFolder
         {"frm_DialogText", make<frm_DialogText>()},
-        {"frm_DialogColor", {}},
+        {"frm_DialogColor", make<frm_DialogColor>()},
         {"frm_DialogInputMulti", make<frm_DialogInputMulti>()},
         {"frm_DialogPassword", make<frm_DialogPassword>()},
         {"frm_DialogCritical", {}}, // the fading notice, which opens the critical choice itself

@@ -10,6 +10,8 @@
 
 namespace fw::desktop {
 
+class DesktopFtp;
+
 /// Where the desktop host keeps and finds things. Empty members take the
 /// defaults, so tests point them at temporary folders.
 struct DesktopOptions {
@@ -18,6 +20,11 @@ struct DesktopOptions {
     /// Folder of the picture store; default $FORMWERK_PICTURES, else none.
     QString picturesFolder;
 };
+
+/// An FTP control connection to host:port for the FTP console; not yet
+/// connecting (see DesktopFtp::Open).
+std::shared_ptr<DesktopFtp> MakeDesktopFtp(const QString& host, quint16 port,
+                                           int connectTimeoutMs = 15000);
 
 class DesktopXml;
 /// An empty XML object that reads files (see DesktopXml.h).

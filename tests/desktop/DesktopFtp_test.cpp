@@ -1,0 +1,108 @@
+// The desktop FTP connection behind the FTP console, against a real server on
+// loopback; the user types into the console as into any terminal.
+#include "controls/ctl_Console.h"
+#include "desktop/DesktopFtp.h"
+#include "desktop/DesktopHost.h"
+#include "forms/testing/UserInput.h"
+#include "support/FtpServer.h"
+#include "sync/frm_InternetFTPConsole.h"
+
+#include <QElapsedTimer>
+#include <QTest>
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace fw::testing;
+
+class DesktopFtpTest : public ::testing::Test {
+  protected:
+    void open(const QString& host, quint16 port, int timeoutMs = 5000)
+    {
+        ftp = fw::desktop::MakeDesktopFtp(host, port, timeoutMs);
+        form.HostObject = ftp;
+        ftp->SetTerminal(form.con_Terminal);
+        ftp->Open();
+        form.Show(false);
+        ProcessEvents();
+    }
+    void enter(const QString& text)
+    {
+        Type(form, text);
+        PressKey(form, Qt::Key_Return);
+    }
+    // Waits until the terminal shows text so many times, for at most ten seconds.
+    bool shows(const QString& text, int times = 1)
+    {
+        return QTest::qWaitFor([&] { return output().count(text) >= times; }, 10000);
+    }
+    QString output() const { return form.con_Terminal->Output(); }
+    void TearDown() override { form.Unload(); }
+
+    fw::frm_InternetFTPConsole form;
+    std::shared_ptr<fw::desktop::DesktopFtp> ftp;
+};
+
+TEST_F(DesktopFtpTest, ASessionTypedByHandShowsEveryReply)
+{
+    FtpServer server;
+    ASSERT_NE(server.Port(), 0) << "pyftpdlib did not start";
+    open("127.0.0.1", server.Port());
+    ASSERT_TRUE(shows("220 Formwerk-Testserver bereit")) << output().toStdString();
+    const struct {
+        const char* typed;
+        const char* reply;
+        int times;
+    } steps[] = {
+        {"USER anonymous", "331 ", 1}, {"PASS x", "230 ", 1},
+        {"PWD", "257 \"/\"", 1},       {"HELP", "214 Help command", 1},
+        {"LIST", "150 ", 1},           {"QUIT", "Verbindung beendet.", 1},
+        {"PWD", "Nicht verbunden", 1}, {"OPEN", "220 Formwerk", 2},
+        {"NOOP", "200 ", 1},
+    };
+    for (const auto& step : steps) {
+        enter(step.typed);
+        EXPECT_TRUE(shows(step.reply, step.times)) << step.typed << "\n" << output().toStdString();
+    }
+    const QString shown = output();
+    EXPECT_TRUE(shown.contains("214-The following commands are recognized:")) << "multi-line";
+    EXPECT_TRUE(shown.contains("221 "));
+    EXPECT_TRUE(shown.contains("> PASS *\n")) << "the password is not shown";
+}
+
+TEST_F(DesktopFtpTest, AServerGoneMidSessionIsToldAndTheConsoleStaysUsable)
+{
+    FtpServer server;
+    ASSERT_NE(server.Port(), 0);
+    open("127.0.0.1", server.Port());
+    ASSERT_TRUE(shows("220 "));
+    enter("USER anna");
+    ASSERT_TRUE(shows("331 "));
+    server.Kill();
+    EXPECT_TRUE(shows("Verbindung vom Server getrennt.")) << output().toStdString();
+    enter("PASS geheim");
+    EXPECT_TRUE(shows("Nicht verbunden – nicht gesendet: PASS ******"));
+    EXPECT_TRUE(form.IsLoaded());
+}
+
+TEST_F(DesktopFtpTest, ARefusedPortIsToldAtOnce)
+{
+    open("127.0.0.1", FtpServer::ClosedPort());
+    EXPECT_TRUE(shows("Verbindung abgelehnt")) << output().toStdString();
+}
+
+TEST_F(DesktopFtpTest, AHostThatNeverAnswersIsToldAfterTheTimeoutWithoutBlocking)
+{
+    SilentPort silent;
+    ASSERT_NE(silent.Port(), 0);
+    QElapsedTimer clock;
+    clock.start();
+    open("127.0.0.1", silent.Port(), 400);
+    EXPECT_LT(clock.elapsed(), 300) << "connecting must not block the window";
+    enter("USER anonymous");
+    EXPECT_TRUE(output().contains("noch aufgebaut – nicht gesendet: USER anonymous"));
+    EXPECT_TRUE(shows("nicht erreichbar: keine Antwort nach 0.4 s")) << output().toStdString();
+    EXPECT_LT(clock.elapsed(), 5000);
+}
+
+} // namespace

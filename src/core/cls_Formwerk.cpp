@@ -10,7 +10,6 @@
 #include "folders/frm_DialogMonitor.h"
 #include "forms/Resume.h"
 #include "inspect/frm_DialogColor.h"
-#include "inspect/frm_DialogColor.h"
 #include "sync/frm_InternetFTPConsole.h"
 
 #include <QMessageBox>

@@ -34,12 +34,16 @@ class FrameBox : public QWidget {
         if (m_frame.m_caption.isEmpty())
             return;
         const QString caption = theme::PlainCaption(m_frame.m_caption);
+        const QImage& icon = m_frame.m_icon;
+        const int iconWidth = icon.isNull() ? 0 : icon.width() + 4;
         const int captionWidth = metrics.horizontalAdvance(caption);
-        p.fillRect(QRect(kCaptionInset - 4, 0, captionWidth + 8, metrics.height()),
+        p.fillRect(QRect(kCaptionInset - 4, 0, iconWidth + captionWidth + 8, metrics.height()),
                    palette().color(QPalette::Window));
+        if (!icon.isNull())
+            p.drawImage(QPoint(kCaptionInset, (metrics.height() - icon.height()) / 2), icon);
         p.setPen(theme::Text());
-        p.drawText(QRect(kCaptionInset, 0, captionWidth + 2, metrics.height()), Qt::AlignLeft,
-                   caption);
+        p.drawText(QRect(kCaptionInset + iconWidth, 0, captionWidth + 2, metrics.height()),
+                   Qt::AlignLeft, caption);
     }
 
   private:
@@ -61,6 +65,14 @@ ctl_Frame::ctl_Frame(Form& form, const QString& name, QWidget* container)
 void ctl_Frame::SetCaption(const QString& caption)
 {
     m_caption = caption;
+    widget()->update();
+}
+
+void ctl_Frame::SetIconPath(const QString& path)
+{
+    m_iconPath = path;
+    // No taller than the caption line, which the outline runs through.
+    m_icon = theme::LoadIcon(path, QFontMetrics(widget()->font()).height());
     widget()->update();
 }
 

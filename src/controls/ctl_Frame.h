@@ -4,6 +4,8 @@
 
 #include "forms/Control.h"
 
+#include <QImage>
+
 namespace fw {
 
 class FrameBox;
@@ -14,6 +16,9 @@ class ctl_Frame : public Control {
 
     QString Caption() const { return m_caption; }
     void SetCaption(const QString& caption);
+    /// An icon before the caption: a resource path through the host's picture service.
+    QString IconPath() const { return m_iconPath; }
+    void SetIconPath(const QString& path);
     /// Controls placed in the frame use this as their container widget.
     QWidget* container() const { return widget(); }
     /// Where the inside begins below the caption, in twips.
@@ -25,6 +30,8 @@ class ctl_Frame : public Control {
   private:
     friend class FrameBox;
     QString m_caption;
+    QString m_iconPath;
+    QImage m_icon;
 };
 
 } // namespace fw

@@ -1,5 +1,6 @@
 #include "core/cls_Formwerk.h"
 
+#include "dialogs/frm_DialogFlash.h"
 #include "dialogs/frm_DialogInput.h"
 #include "dialogs/frm_DialogInputDbl.h"
 #include "dialogs/frm_DialogInputMulti.h"
@@ -53,7 +54,7 @@ const std::vector<Entry>& table()
         {"frm_DialogColor", make<frm_DialogColor>()},
         {"frm_DialogInputMulti", make<frm_DialogInputMulti>()},
         {"frm_DialogPassword", make<frm_DialogPassword>()},
-        {"frm_DialogCritical", {}}, // the fading notice, which opens the critical choice itself
+        {"frm_DialogCritical", make<frm_DialogFlash>()}, // the fading notice opens the choice
         {"frm_DialogXMLInspector", {}},
         {"frm_DialogProcess", make<frm_DialogProcess>()},
     };

@@ -253,6 +253,11 @@ void Label::SetForeColor(const QColor& colour)
     m_label->setPalette(palette);
 }
 
+QColor Label::ForeColor() const
+{
+    return m_label->palette().color(QPalette::WindowText);
+}
+
 void Label::SetBackStyle(int style)
 {
     m_label->setAutoFillBackground(style == 1);

@@ -69,6 +69,7 @@ class Label : public Control {
     void SetFont(const QFont& font);
     QFont Font() const;
     void SetForeColor(const QColor& colour);
+    QColor ForeColor() const;
     void SetBackStyle(int style); ///< 0 transparent, 1 opaque
     QVariant GetProperty(const QString& name) const override;
     bool SetProperty(const QString& name, const QVariant& value) override;

@@ -1,0 +1,62 @@
+#pragma once
+// An image list: pictures of one size, found by 1-based index or by key, for
+// the list and tree controls that are bound to it. It has no window.
+
+#include "forms/Control.h"
+
+#include <QHash>
+#include <QIcon>
+#include <QImage>
+#include <QVariant>
+#include <vector>
+
+namespace fw {
+
+class ImageList : public Control {
+  public:
+    ImageList(Form& form, const QString& name);
+
+    /// Size of the pictures in pixels; a picture of another size is scaled.
+    int ImageWidth() const { return m_width; }
+    int ImageHeight() const { return m_height; }
+    /// Only while the list is empty; ControlError 380 otherwise.
+    void SetImageSize(int width, int height);
+
+    /// Adds a picture under a key (may be empty) and returns its index.
+    /// ControlError 35602 for a key that is taken, 35603 for a numeric key.
+    int Add(const QString& key, const QImage& picture);
+    int Count() const { return static_cast<int>(m_items.size()); }
+    /// The index of a key, 0 if the list has none of that key.
+    int IndexOf(const QString& key) const { return m_byKey.value(key, 0); }
+    bool Exists(const QString& key) const { return m_byKey.contains(key); }
+    /// A picture by 1-based index (a number) or key (a text); ControlError
+    /// 35600 for an index and 35601 for a key that the list does not hold.
+    QImage Picture(const QVariant& indexOrKey) const;
+    /// The picture of index as an icon for item views; null for index 0.
+    QIcon Icon(int index) const;
+    QString Key(int index) const;
+    void Clear();
+
+    /// "ImageWidth", "ImageHeight", "ListCount" (read only).
+    QVariant GetProperty(const QString& name) const override;
+    bool SetProperty(const QString& name, const QVariant& value) override;
+
+  private:
+    struct Item {
+        QString key;
+        QImage picture;
+        QIcon icon;
+    };
+    int indexOf(const QVariant& indexOrKey) const;
+
+    int m_width = 16;
+    int m_height = 16;
+    std::vector<Item> m_items;
+    QHash<QString, int> m_byKey;
+};
+
+/// Keys that read as a number would be taken for an index, so the classic
+/// collections refuse them.
+bool IsNumericKey(const QString& key);
+
+} // namespace fw

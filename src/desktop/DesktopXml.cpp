@@ -1,0 +1,207 @@
+#include "desktop/DesktopXml.h"
+
+#include "desktop/DesktopHost.h"
+
+#include "forms/ImageList.h"
+#include "forms/TreeView.h"
+
+#include <QBuffer>
+#include <QFile>
+#include <QStringDecoder>
+#include <expat.h>
+#include <stdexcept>
+
+namespace fw::desktop {
+
+namespace {
+constexpr qsizetype kTextLimit = 256;
+
+QString shownText(const QString& raw)
+{
+    QString text = raw.simplified();
+    if (text.size() > kTextLimit)
+        text = text.left(kTextLimit) + QChar(0x2026);
+    return text;
+}
+} // namespace
+
+DesktopXml::Status DesktopXml::Load(const QString& path)
+{
+    m_items.clear();
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        m_problem = {0, 0, file.errorString()};
+        return Status::Unreadable;
+    }
+    return Load(file);
+}
+
+DesktopXml::Status DesktopXml::LoadData(const QByteArray& data)
+{
+    QBuffer buffer;
+    buffer.setData(data);
+    buffer.open(QIODevice::ReadOnly);
+    return Load(buffer);
+}
+
+// Expat rather than QXmlStreamReader: Qt compares every attribute of a tag
+// with every other one, which takes most of a minute for an element with a
+// hundred thousand attributes; expat finds repeated names through its name
+// table, and it parses faster besides.
+class DesktopXml::Reader {
+  public:
+    explicit Reader(std::vector<Item>& items) : m_items(items), m_parser(XML_ParserCreate(nullptr))
+    {
+        XML_SetUserData(m_parser, this);
+        XML_SetElementHandler(m_parser, &Reader::start, &Reader::end);
+        XML_SetCharacterDataHandler(m_parser, &Reader::characters);
+        XML_SetUnknownEncodingHandler(m_parser, &Reader::unknownEncoding, nullptr);
+    }
+    ~Reader() { XML_ParserFree(m_parser); }
+    Reader(const Reader&) = delete;
+    Reader& operator=(const Reader&) = delete;
+
+    /// Feeds a piece of the document; false once it is found not well formed.
+    bool feed(const char* data, int size, bool last)
+    {
+        return XML_Parse(m_parser, data, size, last) == XML_STATUS_OK;
+    }
+    Problem problem() const
+    {
+        // Expat counts columns from 0; people and editors from 1.
+        return {qint64(XML_GetCurrentLineNumber(m_parser)),
+                qint64(XML_GetCurrentColumnNumber(m_parser)) + 1,
+                QString::fromUtf8(XML_ErrorString(XML_GetErrorCode(m_parser)))};
+    }
+
+  private:
+    static void start(void* self, const XML_Char* name, const XML_Char** attributes)
+    {
+        auto& r = *static_cast<Reader*>(self);
+        r.flushText();
+        const int index = int(r.m_items.size());
+        r.m_items.push_back(
+            {r.m_open.empty() ? -1 : r.m_open.back(), Kind::Element, QString::fromUtf8(name)});
+        for (const XML_Char** a = attributes; *a; a += 2)
+            r.m_items.push_back(
+                {index, Kind::Attribute,
+                 QString::fromUtf8(a[0]) + QStringLiteral(" = ") + QString::fromUtf8(a[1])});
+        r.m_open.push_back(index);
+    }
+    static void end(void* self, const XML_Char*)
+    {
+        auto& r = *static_cast<Reader*>(self);
+        r.flushText();
+        r.m_open.pop_back();
+    }
+    static void characters(void* self, const XML_Char* text, int length)
+    {
+        static_cast<Reader*>(self)->m_text.append(text, length);
+    }
+    // Single-byte encodings that expat does not know itself (windows-1252,
+    // ISO-8859-15...) are mapped byte by byte through Qt's converters.
+    static int unknownEncoding(void*, const XML_Char* name, XML_Encoding* info)
+    {
+        QStringDecoder decoder(name);
+        if (!decoder.isValid())
+            return XML_STATUS_ERROR;
+        for (int byte = 0; byte < 256; ++byte) {
+            const char c = char(byte);
+            const QString decoded = decoder.decode(QByteArrayView(&c, 1));
+            decoder.resetState();
+            if (decoded.size() != 1)
+                return XML_STATUS_ERROR; // not a single-byte encoding
+            info->map[byte] = decoded.at(0).unicode();
+        }
+        info->data = nullptr;
+        info->convert = nullptr;
+        info->release = nullptr;
+        return XML_STATUS_OK;
+    }
+    void flushText()
+    {
+        if (m_text.isEmpty())
+            return;
+        QString text = shownText(QString::fromUtf8(m_text));
+        m_text.clear();
+        if (!text.isEmpty() && !m_open.empty())
+            m_items.push_back({m_open.back(), Kind::Text, std::move(text)});
+    }
+
+    std::vector<Item>& m_items;
+    XML_Parser m_parser;
+    std::vector<int> m_open;
+    QByteArray m_text;
+};
+
+DesktopXml::Status DesktopXml::Load(QIODevice& device)
+{
+    m_items.clear();
+    m_problem = {};
+    Reader reader(m_items);
+    QByteArray chunk(1 << 20, Qt::Uninitialized);
+    for (;;) {
+        const qint64 got = device.read(chunk.data(), chunk.size());
+        if (got < 0) {
+            m_problem = {0, 0, device.errorString()};
+            m_items.clear();
+            return Status::Unreadable;
+        }
+        const bool last = got == 0;
+        if (!reader.feed(chunk.constData(), int(got), last)) {
+            m_problem = reader.problem();
+            m_items.clear();
+            return Status::NotWellFormed;
+        }
+        if (last)
+            return Status::Ok;
+    }
+}
+
+void DesktopXml::fillTree(Control& tree, TreeNode* parent)
+{
+    auto* view = dynamic_cast<TreeView*>(&tree);
+    if (!view)
+        throw std::invalid_argument("XML trees fill a TreeView");
+    const QString closed = QStringLiteral("tag.closed");
+    const QString opened = QStringLiteral("tag.open");
+    const QString property = QStringLiteral("property");
+    const ImageList* images = view->GetImageList();
+    const bool pictures =
+        images && images->Exists(closed) && images->Exists(opened) && images->Exists(property);
+    const QString none;
+
+    TreeNodes& nodes = view->Nodes();
+    // The node of each element, by its index among the items.
+    std::vector<TreeNode*> made(m_items.size(), nullptr);
+    TreeNode* top = nullptr;
+    for (std::size_t i = 0; i < m_items.size(); ++i) {
+        const Item& item = m_items[i];
+        TreeNode* under = item.parent < 0 ? parent : made[std::size_t(item.parent)];
+        const QString& image = !pictures                      ? none
+                               : item.kind == Kind::Element   ? closed
+                               : item.kind == Kind::Attribute ? property
+                                                              : none;
+        TreeNode& node = nodes.Add(under, under ? tvwChild : tvwLast, {}, item.text, image);
+        if (item.kind != Kind::Element)
+            continue;
+        made[i] = &node;
+        if (pictures)
+            node.SetExpandedImage(opened);
+        if (!top && item.parent < 0)
+            top = &node;
+    }
+    if (top && !parent)
+        top->SetExpanded(true);
+}
+
+} // namespace fw::desktop
+
+namespace fw::desktop {
+
+std::shared_ptr<DesktopXml> MakeDesktopXml()
+{
+    return std::make_shared<DesktopXml>();
+}
+
+} // namespace fw::desktop

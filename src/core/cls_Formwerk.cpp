@@ -11,6 +11,7 @@
 #include "folders/frm_DialogMonitor.h"
 #include "forms/Resume.h"
 #include "inspect/frm_DialogColor.h"
+#include "inspect/frm_DialogXMLInspector.h"
 #include "sync/frm_InternetFTPConsole.h"
 
 #include <QMessageBox>
@@ -55,7 +56,7 @@ const std::vector<Entry>& table()
         {"frm_DialogInputMulti", make<frm_DialogInputMulti>()},
         {"frm_DialogPassword", make<frm_DialogPassword>()},
         {"frm_DialogCritical", make<frm_DialogFlash>()}, // the fading notice opens the choice
-        {"frm_DialogXMLInspector", {}},
+        {"frm_DialogXMLInspector", make<frm_DialogXMLInspector>()},
         {"frm_DialogProcess", make<frm_DialogProcess>()},
     };
     return entries;

@@ -1,5 +1,6 @@
 #include "desktop/DesktopMessages.h"
 #include "dialogs/MessageBox.h"
+#include "dialogs/frm_DialogInput.h"
 #include "host/mdl_CoreDevWrapper.h"
 
 #include <QApplication>
@@ -95,10 +96,17 @@ std::string DesktopMessages::AskSaveFile(const std::string&, const std::string& 
     return path.toStdString();
 }
 
-// The input dialog takes this over.
-std::string DesktopMessages::AskText(const std::string&, const std::string&, const std::string&)
+std::string DesktopMessages::AskText(const std::string& prompt, const std::string& title,
+                                     const std::string& defaultText)
 {
-    return {};
+    frm_DialogInput form;
+    form.Context = std::make_shared<DialogContext>();
+    DialogContext& context = *form.Context;
+    context.Request.Title = title;
+    context.Texts.Description = prompt;
+    context.Texts.DefaultText = defaultText;
+    form.Show(true);
+    return context.Request.Result == ResultOk ? context.Texts.InputText : std::string();
 }
 
 // The resource picker takes this over.

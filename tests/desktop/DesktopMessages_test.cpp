@@ -37,4 +37,22 @@ TEST(DesktopMessages, ErrorsAndQuestionsShowTheMessageDialogWithTheirSign)
     EXPECT_EQ(driver.Pending(), 0);
 }
 
+TEST(DesktopMessages, AskTextAsksThroughTheInputDialogAndGivesNothingOnCancel)
+{
+    fw::testing::ScopedTestHost host;
+    desktop::DesktopMessages messages;
+    fw::testing::ModalDriver driver;
+
+    driver.OnNextModal([](Form& form) {
+        EXPECT_EQ(form.Name(), QStringLiteral("frm_DialogInput"));
+        fw::testing::Type(form, QStringLiteral("Herbst"));
+        fw::testing::PressKey(form, Qt::Key_Return);
+    });
+    EXPECT_EQ(messages.AskText("Name der Palette:", "Palette speichern", "Neu"), "Herbst");
+
+    driver.OnNextModal([](Form& form) { fw::testing::PressKey(form, Qt::Key_Escape); });
+    EXPECT_EQ(messages.AskText("Name der Palette:", "Palette speichern", "Neu"), "");
+    EXPECT_EQ(driver.Pending(), 0);
+}
+
 } // namespace

@@ -6,6 +6,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPainter>
 #include <QPlainTextEdit>
 #include <QScrollBar>
 #include <QTextBlock>
@@ -27,6 +28,19 @@ QColor colourOf(const QVariant& value)
     return theme::FromHostColour(value.toUInt());
 }
 } // namespace
+
+// The input line's band. It paints its own background rather than being
+// opaque to Qt: a form that the console fills must still get its own paint.
+class ConsoleRow : public QWidget {
+  public:
+    using QWidget::QWidget;
+
+  protected:
+    void paintEvent(QPaintEvent*) override
+    {
+        QPainter(this).fillRect(rect(), palette().color(QPalette::Base));
+    }
+};
 
 class ConsoleInput : public QLineEdit {
   public:
@@ -84,7 +98,7 @@ ctl_Console::ctl_Console(Form& form, const QString& name, QWidget* container)
     m_rule->setAutoFillBackground(true);
     layout->addWidget(m_rule);
 
-    auto* row = new QWidget(frame);
+    auto* row = new ConsoleRow(frame);
     row->setObjectName(QStringLiteral("pan_Input"));
     auto* rowLayout = new QHBoxLayout(row);
     rowLayout->setContentsMargins(4, 2, 2, 2);
@@ -198,7 +212,6 @@ void ctl_Console::applyColours()
     palette.setColor(QPalette::Text, m_foreColor);
     palette.setColor(QPalette::WindowText, m_foreColor);
     widget()->setPalette(palette);
-    widget()->setAutoFillBackground(true);
     for (QWidget* child : widget()->findChildren<QWidget*>())
         child->setPalette(palette);
     palette.setColor(QPalette::Window, theme::Hairline());

@@ -1,0 +1,66 @@
+// formwerk frm_InternetFTPConsole --ftp HOST[:PORT]: a console on a real
+// server, and the command lines it refuses.
+#include "cli/Cli.h"
+#include "controls/ctl_Console.h"
+#include "forms/testing/ModalDriver.h"
+#include "forms/testing/UserInput.h"
+#include "support/FtpServer.h"
+
+#include <QTest>
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace fw::testing;
+
+int run(const QStringList& args, QString& out, QString& err)
+{
+    QTextStream outStream(&out);
+    QTextStream errStream(&err);
+    return fw::cli::Run(args, outStream, errStream);
+}
+
+TEST(FtpConsoleCli, AServerOptionThatIsMissingOrBadIsAUsageError)
+{
+    const QStringList bad[] = {{},
+                               {"--ftp", "127.0.0.1:0"},
+                               {"--ftp", "ftp.example:abc"},
+                               {"--ftp", "ftp.example:70000"},
+                               {"--ftp", "a:b:c:21"}};
+    ModalDriver driver; // a window must not open; if one does, it must not wait for a person
+    for (const QStringList& options : bad) {
+        driver.OnNextModal([](fw::Form& form) {
+            ADD_FAILURE() << "a window opened";
+            CloseWindow(form);
+        });
+        QString out, err;
+        EXPECT_EQ(run(QStringList{"frm_InternetFTPConsole"} + options, out, err), 64)
+            << options.join(' ').toStdString();
+        EXPECT_TRUE(err.startsWith("formwerk: ")) << err.toStdString();
+        EXPECT_EQ(out, "");
+    }
+}
+
+TEST(FtpConsoleCli, TheConsoleTalksToTheServerUntilTheWindowIsClosed)
+{
+    FtpServer server;
+    ASSERT_NE(server.Port(), 0);
+    ModalDriver driver;
+    QString shown;
+    driver.OnNextModal([&](fw::Form& form) {
+        auto* terminal = dynamic_cast<fw::ctl_Console*>(form.FindControl("con_Terminal"));
+        QTest::qWaitFor([&] { return terminal->Output().contains("220 "); }, 10000);
+        Type(form, "NOOP");
+        PressKey(form, Qt::Key_Return);
+        QTest::qWaitFor([&] { return terminal->Output().contains("200 "); }, 10000);
+        shown = terminal->Output();
+        CloseWindow(form);
+    });
+    QString out, err;
+    const QString where = QStringLiteral("localhost:%1").arg(server.Port());
+    EXPECT_EQ(run({"frm_InternetFTPConsole", "--ftp", where}, out, err), 0) << err.toStdString();
+    EXPECT_EQ(out, "{\"Result\":0}\n");
+    EXPECT_TRUE(shown.contains("> NOOP\n200 ")) << shown.toStdString();
+}
+
+} // namespace

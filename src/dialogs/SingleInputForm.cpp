@@ -21,10 +21,6 @@ namespace fw {
 
 namespace {
 // Design metrics, in pixels.
-constexpr int kClientWidth = 460;
-constexpr int kMargin = 16;
-constexpr int kIconSize = 32;
-constexpr int kTextLeft = kMargin + kIconSize + 14;
 constexpr int kGap = 12;
 constexpr int kLineHeight = 26;
 constexpr int kMultiHeight = 132;
@@ -38,19 +34,10 @@ int px(int pixels)
 } // namespace
 
 SingleInputForm::SingleInputForm(const QString& name, bool multiLine, bool touchOnClick)
-    : Form(name), m_multiLine(multiLine)
+    : PromptForm(name, QStringLiteral("Eingabe"), Publics::WithPasswordEntry),
+      m_multiLine(multiLine)
 {
-    window()->resize(kClientWidth, 180);
-    SetCaption(QStringLiteral("Eingabe"));
-
-    pan_Holder = Add<ctl_Pannel>(QStringLiteral("pan_Holder"));
-    pan_Holder->Move(0, 0, px(kClientWidth), px(120));
-    img_Icon = Add<PictureBox>(QStringLiteral("img_Icon"), pan_Holder->container());
-    img_Icon->Move(px(kMargin), px(kMargin), px(kIconSize), px(kIconSize));
-    img_Icon->SetBackColor(theme::Base());
-    lab_Description = Add<ctl_Label>(QStringLiteral("lab_Description"), pan_Holder->container());
-    lab_Description->Move(px(kTextLeft), px(kMargin + 6), px(kClientWidth - kTextLeft - kMargin));
-    lab_Description->SetAlignment(3);
+    lab_Description = addPrompt(QStringLiteral("lab_Description"), 3);
     txt_Input = Add<TextBox>(QStringLiteral("txt_Input"), multiLine, pan_Holder->container());
     ctl_Seperator1 = Add<ctl_Seperator>(QStringLiteral("ctl_Seperator1"), pan_Holder->container());
 
@@ -83,21 +70,6 @@ SingleInputForm::SingleInputForm(const QString& name, bool multiLine, bool touch
 
 SingleInputForm::~SingleInputForm() = default;
 
-QVariant SingleInputForm::GetPublic(const QString& name) const
-{
-    if (name.compare(u"PasswordEntry", Qt::CaseInsensitive) == 0)
-        return PasswordEntry;
-    return Form::GetPublic(name);
-}
-
-bool SingleInputForm::SetPublic(const QString& name, const QVariant& value)
-{
-    if (name.compare(u"PasswordEntry", Qt::CaseInsensitive) != 0)
-        return Form::SetPublic(name, value);
-    PasswordEntry = value.toBool();
-    return true;
-}
-
 void SingleInputForm::Form_Load()
 {
     DialogContext& ctx = context();
@@ -125,42 +97,30 @@ void SingleInputForm::arrange()
 {
     Resume([&] {
         const int left = lab_Description->Left();
-        int clientWidth = std::max(px(kClientWidth), left + lab_Description->Width() + px(kMargin));
-        clientWidth = std::min(clientWidth, Screen::Width() * 9 / 10);
-        if (lab_Description->Height() > px(kPromptCap))
-            lab_Description->SetHeight(px(kPromptCap));
-        int top = lab_Description->Top() + lab_Description->Height();
-        if (img_Icon->Visible())
-            top = std::max(top, img_Icon->Top() + img_Icon->Height());
-        top += px(kGap);
-        const int boxWidth = clientWidth - left - px(kMargin);
+        const int clientWidth = clientWidthFor(*lab_Description);
+        const int top = belowPrompt(*lab_Description, kPromptCap) + px(kGap);
+        const int boxWidth = clientWidth - left - px(Margin);
         txt_Input->Move(left, top, boxWidth, px(m_multiLine ? kMultiHeight : kLineHeight));
-        const int holderHeight = top + txt_Input->Height() + px(kMargin + 4);
-        pan_Holder->Move(0, 0, clientWidth, holderHeight);
-        ctl_Seperator1->Move(0, holderHeight - px(1), clientWidth, px(1));
-        SetWidth(clientWidth + (Width() - ScaleWidth()));
-        SetHeight(holderHeight + px(theme::CmdBarHeight) + (Height() - ScaleHeight()));
+        closeLayout(clientWidth, top + txt_Input->Height() + px(Margin + 4), *ctl_Seperator1);
     });
 }
 
 void SingleInputForm::ctl_Sidebar_Key(const QString& key)
 {
-    DialogContext& ctx = context();
     switch (CommandOf(key)) {
     case Command::Ok:
-        ctx.Texts.InputText = us(txt_Input->Text());
-        ctx.Request.Result = ResultOk;
+        context().Texts.InputText = us(txt_Input->Text());
+        answer(ResultOk);
         break;
     case Command::Abort:
-        ctx.Request.Result = ResultAbort;
+        answer(ResultAbort);
         break;
     case Command::Help:
-        ctx.Request.Result = ResultHelp;
+        answer(ResultHelp);
         break;
     case Command::Other:
-        return;
+        break;
     }
-    Unload();
 }
 
 // Return in the multi-line box breaks the line; Ctrl+Return still answers OK.

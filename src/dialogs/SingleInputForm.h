@@ -4,8 +4,7 @@
 // and the multi-line form differ only in the box and in that the one-line box
 // opens the touch keyboard on a click.
 
-#include "core/HasContext.h"
-#include "forms/Form.h"
+#include "dialogs/PromptForm.h"
 
 namespace fw {
 
@@ -17,18 +16,10 @@ class ctl_Seperator;
 class PictureBox;
 class TextBox;
 
-class SingleInputForm : public Form, public HasContext {
+class SingleInputForm : public PromptForm {
   public:
     ~SingleInputForm() override;
 
-    /// Masks the box with "*"; the host still gets the real text.
-    bool PasswordEntry = false;
-
-    QVariant GetPublic(const QString& name) const override;
-    bool SetPublic(const QString& name, const QVariant& value) override;
-
-    ctl_Pannel* pan_Holder;
-    PictureBox* img_Icon;
     ctl_Label* lab_Description;
     TextBox* txt_Input;
     ctl_Seperator* ctl_Seperator1;

@@ -21,10 +21,6 @@ namespace fw {
 
 namespace {
 // Design metrics, in pixels.
-constexpr int kClientWidth = 460;
-constexpr int kMargin = 16;
-constexpr int kIconSize = 32;
-constexpr int kTextLeft = kMargin + kIconSize + 14;
 constexpr int kGap = 12;
 constexpr int kLineHeight = 26;
 constexpr int kPromptCap = 160; // per prompt, so that both boxes stay on the screen
@@ -48,18 +44,11 @@ void selectAll(TextBox& box)
     Resume([&] { GetCoreDevControls().TextBoxes().SelectAll(box); });
 }
 
-int cappedHeight(ctl_Label& label)
-{
-    if (label.Height() > px(kPromptCap))
-        label.SetHeight(px(kPromptCap));
-    return label.Height();
-}
 } // namespace
 
-frm_DialogInputDbl::frm_DialogInputDbl() : Form(QStringLiteral("frm_DialogInputDbl"))
+frm_DialogInputDbl::frm_DialogInputDbl()
+    : PromptForm(QStringLiteral("frm_DialogInputDbl"), QStringLiteral("Eingabe"))
 {
-    window()->resize(kClientWidth, 240);
-    SetCaption(QStringLiteral("Eingabe"));
 
     // Made first so that it is the form's default button, before the bar's OK.
     but_Return = Add<CommandButton>(QStringLiteral("but_Return"));
@@ -67,13 +56,7 @@ frm_DialogInputDbl::frm_DialogInputDbl() : Form(QStringLiteral("frm_DialogInputD
     but_Return->SetDefault(true);
     but_Return->Click = [this] { but_Return_Click(); };
 
-    pan_Holder = Add<ctl_Pannel>(QStringLiteral("pan_Holder"));
-    img_Icon = Add<PictureBox>(QStringLiteral("img_Icon"), pan_Holder->container());
-    img_Icon->Move(px(kMargin), px(kMargin), px(kIconSize), px(kIconSize));
-    img_Icon->SetBackColor(theme::Base());
-    lab_DescriptionA = Add<ctl_Label>(QStringLiteral("lab_DescriptionA"), pan_Holder->container());
-    lab_DescriptionA->Move(px(kTextLeft), px(kMargin + 6), px(kClientWidth - kTextLeft - kMargin));
-    lab_DescriptionA->SetAlignment(3);
+    lab_DescriptionA = addPrompt(QStringLiteral("lab_DescriptionA"), 3);
     txt_InputA = Add<TextBox>(QStringLiteral("txt_InputA"), false, pan_Holder->container());
     ctl_Seperator1 = Add<ctl_Seperator>(QStringLiteral("ctl_Seperator1"), pan_Holder->container());
     ctl_Pannel1 = Add<ctl_Pannel>(QStringLiteral("ctl_Pannel1"), pan_Holder->container());
@@ -142,35 +125,23 @@ void frm_DialogInputDbl::arrange()
 {
     Resume([&] {
         const int left = lab_DescriptionA->Left();
-        const int clientWidth = std::clamp(left + lab_DescriptionA->Width() + px(kMargin),
-                                           px(kClientWidth), Screen::Width() * 9 / 10);
-        const int width = clientWidth - left - px(kMargin);
-        int top = lab_DescriptionA->Top() + cappedHeight(*lab_DescriptionA);
-        if (img_Icon->Visible())
-            top = std::max(top, img_Icon->Top() + img_Icon->Height());
-        top += px(kGap);
+        const int clientWidth = clientWidthFor(*lab_DescriptionA);
+        const int width = clientWidth - left - px(Margin);
+        int top = belowPrompt(*lab_DescriptionA, kPromptCap) + px(kGap);
         txt_InputA->Move(left, top, width, px(kLineHeight));
         top += txt_InputA->Height() + px(kGap);
         ctl_Seperator1->Move(left, top, width, px(1));
         top += px(kGap);
 
         lab_DescriptionB->Move(0, 0, width);
-        const int boxTop = cappedHeight(*lab_DescriptionB) + px(kGap);
+        if (lab_DescriptionB->Height() > px(kPromptCap))
+            lab_DescriptionB->SetHeight(px(kPromptCap));
+        const int boxTop = lab_DescriptionB->Height() + px(kGap);
         txt_InputB->Move(0, boxTop, width, px(kLineHeight));
         ctl_Pannel1->Move(left, top, width, boxTop + txt_InputB->Height());
-        top += ctl_Pannel1->Height() + px(kMargin + 4);
-
-        pan_Holder->Move(0, 0, clientWidth, top);
-        ctl_Seperator2->Move(0, top - px(1), clientWidth, px(1));
-        SetWidth(clientWidth + (Width() - ScaleWidth()));
-        SetHeight(top + px(theme::CmdBarHeight) + (Height() - ScaleHeight()));
+        top += ctl_Pannel1->Height() + px(Margin + 4);
+        closeLayout(clientWidth, top, *ctl_Seperator2);
     });
-}
-
-void frm_DialogInputDbl::answer(std::int32_t result)
-{
-    context().Request.Result = result;
-    Unload();
 }
 
 void frm_DialogInputDbl::ctl_Sidebar_Key(const QString& key)

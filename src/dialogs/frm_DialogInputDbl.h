@@ -2,8 +2,7 @@
 // Asks for two texts at once. Prompts, defaults and answers each travel as one
 // string that holds a pair, packed by the host's pair helper.
 
-#include "core/HasContext.h"
-#include "forms/Form.h"
+#include "dialogs/PromptForm.h"
 
 namespace fw {
 
@@ -16,13 +15,11 @@ class CommandButton;
 class PictureBox;
 class TextBox;
 
-class frm_DialogInputDbl : public Form, public HasContext {
+class frm_DialogInputDbl : public PromptForm {
   public:
     frm_DialogInputDbl();
     ~frm_DialogInputDbl() override;
 
-    ctl_Pannel* pan_Holder;
-    PictureBox* img_Icon;
     ctl_Label* lab_DescriptionA;
     TextBox* txt_InputA;
     ctl_Seperator* ctl_Seperator1;
@@ -42,7 +39,6 @@ class frm_DialogInputDbl : public Form, public HasContext {
   private:
     void arrange();
     void showDefaults();
-    void answer(std::int32_t result);
     void ctl_Sidebar_Key(const QString& key);
     void but_Return_Click();
 

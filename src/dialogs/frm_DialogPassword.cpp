@@ -20,10 +20,6 @@ namespace fw {
 
 namespace {
 // Design metrics, in pixels.
-constexpr int kClientWidth = 460;
-constexpr int kMargin = 16;
-constexpr int kIconSize = 32;
-constexpr int kTextLeft = kMargin + kIconSize + 14;
 constexpr int kGap = 12;
 constexpr int kRowHeight = 26;
 constexpr int kRowGap = 8;
@@ -47,18 +43,12 @@ void showError(Form& form, const char* text)
 }
 } // namespace
 
-frm_DialogPassword::frm_DialogPassword() : Form(QStringLiteral("frm_DialogPassword"))
+// Hosts may set PasswordEntry here too; the form does not read it.
+frm_DialogPassword::frm_DialogPassword()
+    : PromptForm(QStringLiteral("frm_DialogPassword"), QStringLiteral("Kennwort"),
+                 Publics::WithPasswordEntry)
 {
-    window()->resize(kClientWidth, 260);
-    SetCaption(QStringLiteral("Kennwort"));
-
-    pan_Holder = Add<ctl_Pannel>(QStringLiteral("pan_Holder"));
-    img_Icon = Add<PictureBox>(QStringLiteral("img_Icon"), pan_Holder->container());
-    img_Icon->Move(px(kMargin), px(kMargin), px(kIconSize), px(kIconSize));
-    img_Icon->SetBackColor(theme::Base());
-    lab_Description = Add<ctl_Label>(QStringLiteral("lab_Description"), pan_Holder->container());
-    lab_Description->Move(px(kTextLeft), px(kMargin + 6), px(kClientWidth - kTextLeft - kMargin));
-    lab_Description->SetAlignment(3);
+    lab_Description = addPrompt(QStringLiteral("lab_Description"), 3);
     ctl_Seperator1 = Add<ctl_Seperator>(QStringLiteral("ctl_Seperator1"), pan_Holder->container());
 
     const auto row = [this](const QString& labelName, const char* caption, const QString& boxName,
@@ -94,21 +84,6 @@ frm_DialogPassword::frm_DialogPassword() : Form(QStringLiteral("frm_DialogPasswo
 
 frm_DialogPassword::~frm_DialogPassword() = default;
 
-QVariant frm_DialogPassword::GetPublic(const QString& name) const
-{
-    if (name.compare(u"PasswordEntry", Qt::CaseInsensitive) == 0)
-        return PasswordEntry;
-    return Form::GetPublic(name);
-}
-
-bool frm_DialogPassword::SetPublic(const QString& name, const QVariant& value)
-{
-    if (name.compare(u"PasswordEntry", Qt::CaseInsensitive) != 0)
-        return Form::SetPublic(name, value);
-    PasswordEntry = value.toBool();
-    return true;
-}
-
 void frm_DialogPassword::Form_Load()
 {
     DialogContext& ctx = context();
@@ -125,43 +100,28 @@ void frm_DialogPassword::arrange()
 {
     Resume([&] {
         const int left = lab_Description->Left();
-        const int clientWidth = std::clamp(left + lab_Description->Width() + px(kMargin),
-                                           px(kClientWidth), Screen::Width() * 9 / 10);
-        if (lab_Description->Height() > px(kPromptCap))
-            lab_Description->SetHeight(px(kPromptCap));
-        int top = lab_Description->Top() + lab_Description->Height();
-        if (img_Icon->Visible())
-            top = std::max(top, img_Icon->Top() + img_Icon->Height());
+        const int clientWidth = clientWidthFor(*lab_Description);
+        int top = belowPrompt(*lab_Description, kPromptCap);
         // Without a prompt or an icon the rows start at the top, with no rule above them.
         const bool head = img_Icon->Visible() || !lab_Description->Caption().isEmpty();
         ctl_Seperator1->SetVisible(head);
         if (head) {
             top += px(kGap);
-            ctl_Seperator1->Move(left, top, clientWidth - left - px(kMargin), px(1));
+            ctl_Seperator1->Move(left, top, clientWidth - left - px(Margin), px(1));
             top += px(kGap);
         } else {
-            top = px(kMargin);
+            top = px(Margin);
         }
         const int boxLeft = left + px(kCaptionWidth);
-        const int boxWidth = clientWidth - boxLeft - px(kMargin);
+        const int boxWidth = clientWidth - boxLeft - px(Margin);
         for (auto [label, box] : {std::pair{Label1, txt_Old}, std::pair{Label2, txt_New},
                                   std::pair{Label3, txt_Retype}}) {
             label->Move(left, top + px(4), px(kCaptionWidth - 8), px(kRowHeight - 4));
             box->Move(boxLeft, top, boxWidth, px(kRowHeight));
             top += px(kRowHeight + kRowGap);
         }
-        top += px(kMargin - kRowGap + 4);
-        pan_Holder->Move(0, 0, clientWidth, top);
-        ctl_Seperator2->Move(0, top - px(1), clientWidth, px(1));
-        SetWidth(clientWidth + (Width() - ScaleWidth()));
-        SetHeight(top + px(theme::CmdBarHeight) + (Height() - ScaleHeight()));
+        closeLayout(clientWidth, top + px(Margin - kRowGap + 4), *ctl_Seperator2);
     });
-}
-
-void frm_DialogPassword::answer(std::int32_t result)
-{
-    context().Request.Result = result;
-    Unload();
 }
 
 void frm_DialogPassword::ctl_Sidebar_Key(const QString& key)

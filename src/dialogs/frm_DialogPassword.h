@@ -2,8 +2,7 @@
 // Changes a password: checks the old one against what the host hands in,
 // asks for the new one twice and returns it. It stores nothing.
 
-#include "core/HasContext.h"
-#include "forms/Form.h"
+#include "dialogs/PromptForm.h"
 
 namespace fw {
 
@@ -15,19 +14,11 @@ class Label;
 class PictureBox;
 class TextBox;
 
-class frm_DialogPassword : public Form, public HasContext {
+class frm_DialogPassword : public PromptForm {
   public:
     frm_DialogPassword();
     ~frm_DialogPassword() override;
 
-    /// Hosts may set it; the form does not read it.
-    bool PasswordEntry = false;
-
-    QVariant GetPublic(const QString& name) const override;
-    bool SetPublic(const QString& name, const QVariant& value) override;
-
-    ctl_Pannel* pan_Holder;
-    PictureBox* img_Icon;
     ctl_Label* lab_Description;
     ctl_Seperator* ctl_Seperator1;
     Label* Label1;
@@ -44,7 +35,6 @@ class frm_DialogPassword : public Form, public HasContext {
 
   private:
     void arrange();
-    void answer(std::int32_t result);
     void ctl_Sidebar_Key(const QString& key);
     void confirm();
     void txt_New_Change();

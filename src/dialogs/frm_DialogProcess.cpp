@@ -21,10 +21,6 @@ namespace fw {
 
 namespace {
 // Design metrics, in pixels.
-constexpr int kClientWidth = 460;
-constexpr int kMargin = 16;
-constexpr int kIconSize = 32;
-constexpr int kTextLeft = kMargin + kIconSize + 14;
 constexpr int kGap = 10;
 constexpr int kBarHeight = 20;
 constexpr int kPromptCap = 240;
@@ -35,19 +31,12 @@ int px(int pixels)
 }
 } // namespace
 
-frm_DialogProcess::frm_DialogProcess() : Form(QStringLiteral("frm_DialogProcess"))
+frm_DialogProcess::frm_DialogProcess()
+    : PromptForm(QStringLiteral("frm_DialogProcess"), QStringLiteral("Bitte warten"))
 {
-    window()->resize(kClientWidth, 160);
-    SetCaption(QStringLiteral("Bitte warten"));
-
-    pan_Holder = Add<ctl_Pannel>(QStringLiteral("pan_Holder"));
-    img_Icon = Add<PictureBox>(QStringLiteral("img_Icon"), pan_Holder->container());
-    img_Icon->Move(px(kMargin), px(kMargin), px(kIconSize), px(kIconSize));
-    img_Icon->SetBackColor(theme::Base());
-    lab_Description = Add<ctl_Label>(QStringLiteral("lab_Description"), pan_Holder->container());
-    lab_Description->Move(px(kTextLeft), px(kMargin + 6), px(kClientWidth - kTextLeft - kMargin));
+    lab_Description = addPrompt(QStringLiteral("lab_Description"), 0);
     lab_Details = Add<ctl_Label>(QStringLiteral("lab_Details"), pan_Holder->container());
-    lab_Details->Move(px(kTextLeft), px(kMargin + 30), px(kClientWidth - kTextLeft - kMargin));
+    lab_Details->Move(px(TextLeft), px(Margin + 30), px(ClientWidth - TextLeft - Margin));
     lab_Details->SetFontSize(8);
     bar = Add<ctl_Percent>(QStringLiteral("bar"), pan_Holder->container());
     ctl_Seperator1 = Add<ctl_Seperator>(QStringLiteral("ctl_Seperator1"), pan_Holder->container());
@@ -121,8 +110,7 @@ void frm_DialogProcess::arrange()
 {
     Resume([&] {
         const int left = lab_Description->Left();
-        const int right = px(kClientWidth - kMargin);
-        const int clientWidth = px(kClientWidth);
+        const int right = px(ClientWidth - Margin);
         if (lab_Description->Height() > px(kPromptCap))
             lab_Description->SetHeight(px(kPromptCap));
         int top = lab_Description->Top() + lab_Description->Height() + px(4);
@@ -133,11 +121,7 @@ void frm_DialogProcess::arrange()
             top = std::max(top, img_Icon->Top() + img_Icon->Height());
         top += px(kGap);
         bar->Move(left, top, right - left, px(kBarHeight));
-        const int holderHeight = top + bar->Height() + px(kMargin + 4);
-        pan_Holder->Move(0, 0, clientWidth, holderHeight);
-        ctl_Seperator1->Move(0, holderHeight - px(1), clientWidth, px(1));
-        SetWidth(clientWidth + (Width() - ScaleWidth()));
-        SetHeight(holderHeight + px(theme::CmdBarHeight) + (Height() - ScaleHeight()));
+        closeLayout(px(ClientWidth), top + bar->Height() + px(Margin + 4), *ctl_Seperator1);
     });
 }
 

@@ -3,8 +3,7 @@
 // button. It lives beside the caller's work: the caller shows it without
 // waiting and drives it through the PROCESS_ methods.
 
-#include "core/HasContext.h"
-#include "forms/Form.h"
+#include "dialogs/PromptForm.h"
 
 #include <cstdint>
 #include <memory>
@@ -33,7 +32,7 @@ class AbortFlag : public AbortTarget {
     bool Cancel = false;
 };
 
-class frm_DialogProcess : public Form, public HasContext {
+class frm_DialogProcess : public PromptForm {
   public:
     frm_DialogProcess();
     ~frm_DialogProcess() override;
@@ -50,8 +49,6 @@ class frm_DialogProcess : public Form, public HasContext {
     bool PROCESS_ABORT();
 
     // Controls, public so that hosts and tests reach them by name as users see them.
-    ctl_Pannel* pan_Holder;
-    PictureBox* img_Icon;
     ctl_Label* lab_Description;
     ctl_Label* lab_Details;
     ctl_Percent* bar;

@@ -125,7 +125,7 @@ QImage DrawKeyCap(QSize size, int leftOfStem)
     return image;
 }
 
-QImage DrawKeyboardBody(QSize size)
+QImage DrawKeyboardBody(QSize size, const QRectF& panel)
 {
     QImage image(size, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
@@ -141,7 +141,7 @@ QImage DrawKeyboardBody(QSize size)
     // The panel around the input line.
     painter.setBrush(QColor(0x2e, 0x33, 0x3b));
     painter.setPen(Qt::NoPen);
-    painter.drawRoundedRect(QRectF(8, 8, size.width() - 17, 52), 9, 9);
+    painter.drawRoundedRect(panel, 9, 9);
     return image;
 }
 

@@ -8,6 +8,7 @@
 #include <QColor>
 #include <QFont>
 #include <QImage>
+#include <QRectF>
 #include <QSize>
 
 namespace fw {
@@ -15,8 +16,9 @@ namespace fw {
 /// A key cap of size pixels; enter draws the cap that reaches down into the
 /// next row at its right, leftOfStem pixels from its left edge.
 QImage DrawKeyCap(QSize size, int leftOfStem = 0);
-/// The keyboard's body, transparent around its rounded outline.
-QImage DrawKeyboardBody(QSize size);
+/// A touch form's body, transparent around its rounded outline, with a
+/// darker panel (pixels) behind the input line.
+QImage DrawKeyboardBody(QSize size, const QRectF& panel);
 
 class KeyLabel : public Control {
   public:

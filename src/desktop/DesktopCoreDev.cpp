@@ -23,12 +23,20 @@ class DesktopRoot final : public CoreDev {
     int mouseX() override { return QCursor::pos().x(); }
     int mouseY() override { return QCursor::pos().y(); }
 
-    // The C locale first, so that "1.5" means the same everywhere; then the
-    // user's own locale for "1,5" on a German desktop.
+    // "1.5" and "1,5" are both one and a half, whatever the user's locale:
+    // the comma is the decimal separator of the desktops this library is made
+    // for. So neither reads a group separator ("1,234" is not 1234); the
+    // user's own locale comes last.
     double parseNumber(const std::string& text, bool& ok) override
     {
         const QString trimmed = QString::fromStdString(text).trimmed();
-        double value = QLocale::c().toDouble(trimmed, &ok);
+        QLocale point = QLocale::c();
+        QLocale comma(QLocale::German);
+        point.setNumberOptions(QLocale::RejectGroupSeparator);
+        comma.setNumberOptions(QLocale::RejectGroupSeparator);
+        double value = point.toDouble(trimmed, &ok);
+        if (!ok)
+            value = comma.toDouble(trimmed, &ok);
         if (!ok)
             value = QLocale::system().toDouble(trimmed, &ok);
         return ok ? value : 0.0;

@@ -98,6 +98,51 @@ const std::vector<KeyDesign>& KeyboardTable()
     return table;
 }
 
+const std::vector<KeyDesign>& NumericPadTable()
+{
+    static const std::vector<KeyDesign> table = [] {
+        std::vector<KeyDesign> keys;
+        auto pad = [&](int index, int left, int top, const QString& caption, const char* tag = "",
+                       bool wingdings = false) {
+            keys.push_back(KeyDesign{index,
+                                     left,
+                                     top,
+                                     720,
+                                     720,
+                                     caption,
+                                     QString::fromLatin1(tag),
+                                     wingdings,
+                                     14.25,
+                                     {},
+                                     60,
+                                     180,
+                                     615});
+            return &keys.back();
+        };
+        auto digit = [&](int n, int left, int top) { pad(n, left, top, QString::number(n)); };
+        digit(7, 180, 1740);
+        digit(8, 900, 1740);
+        digit(9, 1620, 1740);
+        pad(12, 2460, 1740, ch(0xE7), "BACKSPACE", true)->labelWidth = 555;
+        digit(4, 180, 2460);
+        digit(5, 900, 2460);
+        digit(6, 1620, 2460);
+        pad(13, 2460, 2460, QStringLiteral("C"), "CLEAR");
+        digit(1, 180, 3180);
+        digit(2, 900, 3180);
+        digit(3, 1620, 3180);
+        KeyDesign* ok = pad(11, 2460, 3180, ch(0xFC), "OK", true);
+        ok->height = 1440;
+        ok->points = 21.75;
+        ok->labelTop = 540;
+        pad(10, 180, 3900, QStringLiteral("0"));
+        pad(45, 900, 3900, QStringLiteral(","));
+        pad(0, 1620, 3900, QStringLiteral("+/-"), "SWAP");
+        return keys;
+    }();
+    return table;
+}
+
 QString hKeys(const QString& faces, const ModifierStates& states)
 {
     const QString first = faces.mid(0, 1);

@@ -1,7 +1,8 @@
 #pragma once
-// The key table of the on-screen keyboard: 60 keys of a German layout in five
-// rows, in twips relative to the form, with their design faces, function tags
-// and face strings (plain, with SHIFT, with SYM).
+// The key tables of the touch forms, in twips relative to the form: the
+// keyboard's 60 keys of a German layout in five rows, with their design faces,
+// function tags and face strings (plain, with SHIFT, with SYM), and the
+// numeric pad's 15 keys.
 
 #include <QString>
 #include <array>
@@ -21,8 +22,11 @@ struct KeyDesign {
     int labelLeft, labelTop, labelWidth;
 };
 
-/// The table in reading order, row by row.
+/// The keyboard's table in reading order, row by row.
 const std::vector<KeyDesign>& KeyboardTable();
+/// The numeric pad's table in reading order: digits, comma, sign change,
+/// BACKSPACE, CLEAR and the double-height OK key.
+const std::vector<KeyDesign>& NumericPadTable();
 
 /// Modifier state: 0 off, 1 one-shot, 2 locked.
 struct ModifierStates {

@@ -203,7 +203,9 @@ Outcome runDialog(const Invocation& inv, QTextStream& out)
 
     LanguageScope language(inv.language);
     TouchScope touch(inv.touch);
-    std::unique_ptr<Form> form = cls_Formwerk().Create(inv.dialog.toStdString());
+    std::unique_ptr<Form> form = MakeLibraryForm(inv.dialog);
+    if (!form)
+        form = cls_Formwerk().Create(inv.dialog.toStdString());
     if (!form)
         return {ExitSoftware, QStringLiteral("dialog '%1' could not be made").arg(inv.dialog)};
     if (auto* host = dynamic_cast<HasContext*>(form.get()))
@@ -279,6 +281,8 @@ int Run(const QStringList& args, QTextStream& out, QTextStream& err)
     } else if (inv.list) {
         for (const std::string& name : cls_Formwerk::Names())
             out << QString::fromStdString(name) << '\n';
+        for (const QString& name : LibraryForms())
+            out << name << '\n';
     } else {
         outcome = runDialog(inv, out);
     }

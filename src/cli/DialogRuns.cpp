@@ -1,4 +1,5 @@
 #include "cli/DialogRuns.h"
+#include "touch/frm_DialogNumericTouch.h"
 
 #include <QHash>
 
@@ -17,6 +18,19 @@ const DialogRun* FindDialogRun(const QString& dialog)
     };
     const auto it = table.constFind(dialog);
     return it == table.cend() ? nullptr : &*it;
+}
+
+const QStringList& LibraryForms()
+{
+    static const QStringList names{QStringLiteral("frm_DialogNumericTouch")};
+    return names;
+}
+
+std::unique_ptr<Form> MakeLibraryForm(const QString& dialog)
+{
+    if (dialog == QLatin1String("frm_DialogNumericTouch"))
+        return std::make_unique<frm_DialogNumericTouch>();
+    return nullptr;
 }
 
 } // namespace fw::cli

@@ -11,6 +11,7 @@
 #include <QJsonObject>
 #include <QString>
 #include <QStringList>
+#include <memory>
 
 namespace fw {
 class Form;
@@ -40,6 +41,12 @@ struct DialogRun {
 
 /// The row of a dialog, or null for one that needs nothing beyond the records.
 const DialogRun* FindDialogRun(const QString& dialog);
+
+/// Forms that hosts cannot ask the factory for (the library opens them from
+/// its own forms), which the command makes itself.
+const QStringList& LibraryForms();
+/// One of those forms, or null for any other name.
+std::unique_ptr<Form> MakeLibraryForm(const QString& dialog);
 
 // The rows, each in its own file.
 DialogRun ProgressRun();

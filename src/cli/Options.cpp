@@ -1,5 +1,6 @@
 #include "cli/Options.h"
 
+#include "cli/DialogRuns.h"
 #include "cli/Members.h"
 #include "core/cls_Formwerk.h"
 
@@ -232,7 +233,7 @@ ParseResult Parse(const QStringList& args)
     }
     inv.dialog = positional.front();
     // Checked here and not left to the factory, which would put up a message box.
-    bool known = false;
+    bool known = LibraryForms().contains(inv.dialog);
     for (const std::string& name : cls_Formwerk::Names())
         known = known || inv.dialog == QString::fromStdString(name);
     if (!known)

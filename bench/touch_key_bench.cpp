@@ -1,9 +1,11 @@
 // How long a touch key takes from the press to its character in the
 // keyboard's input line, on the offscreen platform: a plain letter, and one
-// that goes through a one-shot SHIFT and the face rewrite that follows it.
+// that goes through a one-shot SHIFT and the face rewrite that follows it;
+// and a digit on the numeric pad, which edits its line directly.
 #include "forms/StdControls.h"
 #include "touch/KeyFaces.h"
 #include "touch/frm_DialogKeyboard.h"
+#include "touch/frm_DialogNumericTouch.h"
 
 #include <QApplication>
 #include <QMouseEvent>
@@ -14,9 +16,9 @@ namespace {
 
 constexpr int kA = 26, kShift = 37, kClear = 59;
 
-void tap(fw::frm_DialogKeyboard& keyboard, int key)
+void tap(fw::TouchPadForm& form, int key)
 {
-    QWidget* label = keyboard.lab_Key[key].widget();
+    QWidget* label = form.lab_Key[key].widget();
     const QPointF at = label->rect().center();
     const QPointF global = label->mapToGlobal(at);
     QMouseEvent press(QEvent::MouseButtonPress, at, global, Qt::LeftButton, Qt::LeftButton, {});
@@ -55,6 +57,23 @@ BENCHMARK(KeyPressToCharacterInLine)
     ->ArgName("shift")
     ->Unit(benchmark::kMicrosecond)
     ->UseRealTime();
+
+void PadKeyPressToText(benchmark::State& state)
+{
+    constexpr int kSeven = 7, kPadClear = 13;
+    fw::frm_DialogNumericTouch pad;
+    pad.Show();
+    QApplication::processEvents();
+    for (auto _ : state) {
+        state.PauseTiming();
+        tap(pad, kPadClear);
+        state.ResumeTiming();
+        tap(pad, kSeven);
+        pumpUntil([&] { return !pad.txt_Input->Text().isEmpty(); });
+    }
+    pad.Unload();
+}
+BENCHMARK(PadKeyPressToText)->Unit(benchmark::kMicrosecond)->UseRealTime();
 
 void QuietOffscreenNotices(QtMsgType type, const QMessageLogContext& where, const QString& text);
 QtMessageHandler g_nextHandler = nullptr;

@@ -219,12 +219,16 @@ Outcome runDialog(const Invocation& inv, QTextStream& out)
         if (run && run->prepare)
             if (Outcome failure = run->prepare(*form, inv, *context))
                 return failure;
-        if (!inv.screenshot.isEmpty())
-            return screenshot(*form, inv.screenshot);
+        if (!inv.screenshot.isEmpty()) {
+            const std::unique_ptr<Form> stand_in =
+                run && run->pictured ? run->pictured(*form) : nullptr;
+            return screenshot(stand_in ? *stand_in : *form, inv.screenshot);
+        }
+        KeyTyper typer(script.keys, run ? run->keysFor : QString());
         if (run && run->show) {
+            typer.TypeInto(*form);
             run->show(*form);
         } else {
-            KeyTyper typer(script.keys);
             form->Show(true);
         }
     } catch (const std::exception& e) {

@@ -37,6 +37,11 @@ struct DialogRun {
     void (*show)(Form& form) = nullptr;
     /// After the window: adds the dialog's own members to the printed answer.
     void (*answer)(Form& form, const DialogContext& context, QJsonObject& answer) = nullptr;
+    /// Where the form shown first only leads to the dialog (a veil that opens
+    /// it): the name of the form that scripted keys go to, and the form a
+    /// screenshot pictures instead.
+    QString keysFor = {};
+    std::unique_ptr<Form> (*pictured)(Form& form) = nullptr;
 };
 
 /// The row of a dialog, or null for one that needs nothing beyond the records.

@@ -56,7 +56,8 @@ KeyScript ParseKeyScript(const QString& text)
     return script;
 }
 
-KeyTyper::KeyTyper(std::vector<QKeyCombination> keys) : m_keys(std::move(keys))
+KeyTyper::KeyTyper(std::vector<QKeyCombination> keys, QString formName)
+    : m_keys(std::move(keys)), m_formName(std::move(formName))
 {
     connect(&FormTracker::instance(), &FormTracker::modalShown, this, &KeyTyper::onModalShown);
 }
@@ -65,14 +66,23 @@ void KeyTyper::onModalShown(Form* form)
 {
     if (m_form || m_keys.empty())
         return; // the first dialog only: forms it opens itself are the user's
-    m_form = form;
-    // Queued: modalShown comes before the form's event loop runs.
+    if (!m_formName.isEmpty() && form->Name() != m_formName)
+        return;
+    TypeInto(*form);
+}
+
+void KeyTyper::TypeInto(Form& form)
+{
+    if (m_form || m_keys.empty())
+        return;
+    m_form = &form;
+    // Queued: a modal form is announced before its event loop runs.
     QTimer::singleShot(0, this, &KeyTyper::step);
 }
 
 void KeyTyper::step()
 {
-    if (!m_form || !m_form->IsLoaded() || m_next >= m_keys.size())
+    if (!m_form || m_form->IsUnloaded() || m_next >= m_keys.size())
         return;
     if (!m_form->HasPainted()) {
         // Polled rather than hooked: the form's paint is its own business.

@@ -25,16 +25,21 @@ struct KeyScript {
 /// ("Escape", "k", "Shift+F12", "Return").
 KeyScript ParseKeyScript(const QString& text);
 
-/// Types a script into the next form shown modally, once that form has painted.
+/// Types a script into the next form shown modally, once that form has painted;
+/// with a form name, into the next modal form of that name (the dialog behind
+/// a veil that opens it).
 class KeyTyper : public QObject {
   public:
-    explicit KeyTyper(std::vector<QKeyCombination> keys);
+    explicit KeyTyper(std::vector<QKeyCombination> keys, QString formName = {});
+    /// Types into this form, once shown and painted: for a form shown without waiting.
+    void TypeInto(Form& form);
 
   private:
     void onModalShown(Form* form);
     void step();
 
     std::vector<QKeyCombination> m_keys;
+    QString m_formName;
     std::size_t m_next = 0;
     Form* m_form = nullptr;
 };

@@ -26,7 +26,10 @@ QProcessEnvironment quietEnvironment()
     return env;
 }
 
-Finished start(const QStringList& args, QProcessEnvironment env, const QByteArray& input = {})
+// With keepInputOpen the program's standard input stays open, as a pipe from a
+// script that is still working would.
+Finished start(const QStringList& args, QProcessEnvironment env, const QByteArray& input = {},
+               bool keepInputOpen = false)
 {
     QProcess process;
     process.setProcessEnvironment(env);
@@ -34,7 +37,8 @@ Finished start(const QStringList& args, QProcessEnvironment env, const QByteArra
     EXPECT_TRUE(process.waitForStarted(10000));
     if (!input.isEmpty())
         process.write(input);
-    process.closeWriteChannel();
+    if (!keepInputOpen)
+        process.closeWriteChannel();
     if (!process.waitForFinished(30000)) {
         process.kill();
         process.waitForFinished();
@@ -44,12 +48,18 @@ Finished start(const QStringList& args, QProcessEnvironment env, const QByteArra
             process.readAllStandardOutput(), QString::fromUtf8(process.readAllStandardError())};
 }
 
-Finished answer(const QStringList& args, const QString& keys, const QByteArray& input = {})
+Finished answer(const QStringList& args, const QString& keys, const QByteArray& input = {},
+                bool keepInputOpen = false)
 {
     QProcessEnvironment env = quietEnvironment();
     env.insert("QT_QPA_PLATFORM", "offscreen");
     env.insert("FORMWERK_SCRIPT_KEYS", keys);
-    return start(args, env, input);
+    return start(args, env, input, keepInputOpen);
+}
+
+QJsonObject json(const Finished& f)
+{
+    return QJsonDocument::fromJson(f.out).object();
 }
 
 TEST(CliProcess, ScriptedKeysAnswerTheDialog)
@@ -134,6 +144,39 @@ TEST(CliProcess, UnknownDialogEndsWithUsageErrorAndNoMessageBox)
     const Finished f = start({"frm_DialogNothing"}, env);
     EXPECT_EQ(f.code, 64);
     EXPECT_TRUE(f.err.startsWith("formwerk: unknown dialog 'frm_DialogNothing'"));
+}
+
+TEST(CliProcess, AbortingTheProgressWindowEndsTheRunWithTwoWhileInputIsStillOpen)
+{
+    const Finished f =
+        answer({"frm_DialogProcess", "--title", "Kopieren"}, "Escape", "range 0 10\n3\n", true);
+    EXPECT_EQ(f.code, 2) << f.err.toStdString();
+}
+
+TEST(CliProcess, CriticalChoiceAnswersBehindItsFadingNotice)
+{
+    Finished f = answer({"frm_DialogCritical", "--text", "Datenbank leeren?", "--choice", "Leeren",
+                         "--choice", "Sichern und leeren", "--choice", "Nichts tun"},
+                        "3 Return");
+    EXPECT_EQ(f.code, 1) << f.err.toStdString();
+    EXPECT_EQ(json(f), QJsonObject({{"Result", 1}, {"Confirmed", true}, {"ChoiceIndex", 3}}));
+
+    f = answer({"frm_DialogCritical"}, "1 Escape"); // chosen, but left without "Weiter"
+    EXPECT_EQ(f.code, 2) << f.err.toStdString();
+    EXPECT_EQ(json(f), QJsonObject({{"Result", 2}, {"Confirmed", false}, {"ChoiceIndex", 0}}));
+
+    f = answer({"frm_DialogCritical", "--choice", "a", "--choice", "b", "--choice", "c", "--choice",
+                "d", "--choice", "e"},
+               "Escape");
+    EXPECT_TRUE(f.err.contains("only the first 3 of 5 choices are shown")) << f.err.toStdString();
+
+    QTemporaryDir dir;
+    const QString png = dir.filePath("choice.png");
+    f = start({"frm_DialogCritical", "--choice", "Ja", "--screenshot", png}, quietEnvironment());
+    EXPECT_EQ(f.code, 0) << f.err.toStdString();
+    const QImage picture(png);
+    EXPECT_LT(picture.width(), 1000) << "the choice, not the screen-wide veil";
+    EXPECT_NE(picture.pixel(picture.width() / 2, picture.height() / 2), qRgb(0, 0, 0));
 }
 
 } // namespace

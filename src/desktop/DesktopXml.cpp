@@ -7,7 +7,9 @@
 
 #include <QBuffer>
 #include <QFile>
+#include <QHash>
 #include <QStringDecoder>
+#include <cstring>
 #include <expat.h>
 #include <stdexcept>
 
@@ -81,11 +83,12 @@ class DesktopXml::Reader {
         r.flushText();
         const int index = int(r.m_items.size());
         r.m_items.push_back(
-            {r.m_open.empty() ? -1 : r.m_open.back(), Kind::Element, QString::fromUtf8(name)});
-        for (const XML_Char** a = attributes; *a; a += 2)
-            r.m_items.push_back(
-                {index, Kind::Attribute,
-                 QString::fromUtf8(a[0]) + QStringLiteral(" = ") + QString::fromUtf8(a[1])});
+            {r.m_open.empty() ? -1 : r.m_open.back(), Kind::Element, r.nameOf(name)});
+        for (const XML_Char** a = attributes; *a; a += 2) {
+            r.m_line.clear();
+            r.m_line.append(a[0]).append(" = ").append(a[1]);
+            r.m_items.push_back({index, Kind::Attribute, QString::fromUtf8(r.m_line)});
+        }
         r.m_open.push_back(index);
     }
     static void end(void* self, const XML_Char*)
@@ -118,6 +121,15 @@ class DesktopXml::Reader {
         info->release = nullptr;
         return XML_STATUS_OK;
     }
+    // Element names repeat throughout a document; their nodes share one copy.
+    const QString& nameOf(const char* name)
+    {
+        const QByteArray key = QByteArray::fromRawData(name, qsizetype(std::strlen(name)));
+        auto it = m_names.constFind(key);
+        if (it == m_names.cend())
+            it = m_names.insert(QByteArray(name), QString::fromUtf8(key));
+        return *it;
+    }
     void flushText()
     {
         if (m_text.isEmpty())
@@ -132,6 +144,8 @@ class DesktopXml::Reader {
     XML_Parser m_parser;
     std::vector<int> m_open;
     QByteArray m_text;
+    QByteArray m_line;
+    QHash<QByteArray, QString> m_names;
 };
 
 DesktopXml::Status DesktopXml::Load(QIODevice& device)

@@ -106,6 +106,16 @@ TEST(DesktopXml, ElementsAttributesAndTextBecomeNodes)
     EXPECT_EQ(form.tvw->Nodes().Count(), 2 * xml.NodeCount() + 1);
 }
 
+TEST(DesktopXml, SingleByteEncodingsAreReadThroughTheirDeclaration)
+{
+    DesktopXml xml;
+    ASSERT_EQ(xml.LoadData("<?xml version='1.0' encoding='windows-1252'?><m n='M\xfcller \x80'/>"),
+              DesktopXml::Status::Ok);
+    XmlTreeForm form;
+    xml.fillTree(*form.tvw, nullptr);
+    EXPECT_EQ(form.tvw->Nodes().Roots().front()->Child()->Text(), "n = Müller €");
+}
+
 TEST(DesktopXml, AnElementWithAHundredThousandAttributes)
 {
     QByteArray data = "<viele";

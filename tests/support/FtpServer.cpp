@@ -1,6 +1,5 @@
 #include "FtpServer.h"
 
-#include <QTcpServer>
 #include <arpa/inet.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
@@ -35,11 +34,6 @@ FtpServer::FtpServer()
         m_port = quint16(m_process.readLine().trimmed().toUInt());
 }
 
-FtpServer::~FtpServer()
-{
-    Kill();
-}
-
 void FtpServer::Kill()
 {
     if (m_process.state() == QProcess::NotRunning)
@@ -48,34 +42,29 @@ void FtpServer::Kill()
     m_process.waitForFinished(5000);
 }
 
-quint16 FtpServer::ClosedPort()
-{
-    QTcpServer probe;
-    probe.listen(QHostAddress::LocalHost, 0);
-    return probe.serverPort();
-}
-
-// Plain sockets: Qt's listener takes every connection it is offered, and the
-// point here is a queue that is full. Attempts beyond it get no answer at all.
-SilentPort::SilentPort()
+// Plain sockets: Qt's listener accepts whatever it is offered, and the point
+// here is a port that is bound but not listening, or a queue that is full.
+DeadPort::DeadPort(Kind kind)
 {
     sockaddr_in address{};
     address.sin_family = AF_INET;
     address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
     socklen_t size = sizeof address;
-    m_listener = ::socket(AF_INET, SOCK_STREAM, 0);
-    if (::bind(m_listener, reinterpret_cast<sockaddr*>(&address), size) != 0 ||
-        ::listen(m_listener, 0) != 0 ||
-        ::getsockname(m_listener, reinterpret_cast<sockaddr*>(&address), &size) != 0)
+    auto* raw = reinterpret_cast<sockaddr*>(&address);
+    m_sockets[0] = ::socket(AF_INET, SOCK_STREAM, 0);
+    if (::bind(m_sockets[0], raw, size) != 0 || ::getsockname(m_sockets[0], raw, &size) != 0)
         return;
-    m_filler = ::socket(AF_INET, SOCK_STREAM, 0);
-    if (::connect(m_filler, reinterpret_cast<sockaddr*>(&address), size) == 0)
-        m_port = ntohs(address.sin_port);
+    if (kind == Silent) {
+        m_sockets[1] = ::socket(AF_INET, SOCK_STREAM, 0);
+        if (::listen(m_sockets[0], 0) != 0 || ::connect(m_sockets[1], raw, size) != 0)
+            return;
+    }
+    m_port = ntohs(address.sin_port);
 }
 
-SilentPort::~SilentPort()
+DeadPort::~DeadPort()
 {
-    for (int fd : {m_filler, m_listener})
+    for (int fd : m_sockets)
         if (fd >= 0)
             ::close(fd);
 }

@@ -1,7 +1,7 @@
 #pragma once
-// A real FTP server on 127.0.0.1 for the FTP console's tests: Debian's
-// pyftpdlib in a child process, on a port the system picks, serving an empty
-// temporary folder to "anonymous" and to "anna" with the password "geheim".
+// Loopback peers for the FTP console's tests: a real FTP server (Debian's
+// pyftpdlib in a child process, serving an empty folder to "anonymous" and to
+// "anna"/"geheim"), and ports where a connection is refused or never answered.
 
 #include <QProcess>
 #include <QTemporaryDir>
@@ -12,12 +12,10 @@ class FtpServer {
   public:
     /// Starts the server and waits until it listens; Port() is 0 if it failed.
     FtpServer();
-    ~FtpServer();
+    ~FtpServer() { Kill(); }
     quint16 Port() const { return m_port; }
     /// Kills the server at once, as a crash would.
     void Kill();
-    /// A port on 127.0.0.1 that nothing listens on.
-    static quint16 ClosedPort();
 
   private:
     QTemporaryDir m_root;
@@ -25,19 +23,20 @@ class FtpServer {
     quint16 m_port = 0;
 };
 
-/// A port on 127.0.0.1 that never answers a connection attempt, like a host
-/// that is not there: its listener's queue holds one connection, and holds it.
-class SilentPort {
+/// A port on 127.0.0.1 that refuses connections or, answering, never answers:
+/// its listener's queue holds one connection and keeps it, as a host that is
+/// not there would.
+class DeadPort {
   public:
-    SilentPort();
-    ~SilentPort();
-    SilentPort(const SilentPort&) = delete;
-    SilentPort& operator=(const SilentPort&) = delete;
+    enum Kind { Refusing, Silent };
+    explicit DeadPort(Kind kind);
+    ~DeadPort();
+    DeadPort(const DeadPort&) = delete;
+    DeadPort& operator=(const DeadPort&) = delete;
     quint16 Port() const { return m_port; }
 
   private:
-    int m_listener = -1;
-    int m_filler = -1;
+    int m_sockets[2] = {-1, -1};
     quint16 m_port = 0;
 };
 

@@ -86,27 +86,4 @@ void CliProcessToScreenshot(benchmark::State& state)
 }
 BENCHMARK(CliProcessToScreenshot)->Unit(benchmark::kMillisecond)->UseRealTime()->MinTime(2.0);
 
-QtMessageHandler g_nextHandler = nullptr;
-
-// The offscreen platform's notices (no raise, no size hints) would bury the table.
-void quietOffscreenNotices(QtMsgType type, const QMessageLogContext& where, const QString& text)
-{
-    if (type == QtWarningMsg && text.startsWith(QLatin1String("This plugin does not support")))
-        return;
-    g_nextHandler(type, where, text);
-}
-
 } // namespace
-
-int main(int argc, char** argv)
-{
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    g_nextHandler = qInstallMessageHandler(quietOffscreenNotices);
-    QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 1;
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}

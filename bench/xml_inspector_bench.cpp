@@ -133,26 +133,4 @@ void FileToPaintedInspector(benchmark::State& state)
 }
 BENCHMARK(FileToPaintedInspector)->Unit(benchmark::kMillisecond)->UseRealTime();
 
-QtMessageHandler g_nextHandler = nullptr;
-
-void QuietOffscreenNotices(QtMsgType type, const QMessageLogContext& where, const QString& text)
-{
-    if (text.contains(QLatin1String("offscreen")) || text.contains(QLatin1String("XDG_")))
-        return;
-    g_nextHandler(type, where, text);
-}
-
 } // namespace
-
-int main(int argc, char** argv)
-{
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    g_nextHandler = qInstallMessageHandler(QuietOffscreenNotices);
-    QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 1;
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}

@@ -4,6 +4,7 @@
 
 #include "forms/Form.h"
 #include "forms/testing/ModalDriver.h"
+#include "host/DialogContext.h"
 #include "host/mdl_CoreDevWrapper.h"
 #include "testing/TestHost.h"
 
@@ -60,6 +61,17 @@ void RunModal(ModalDriver& driver, F& form, const std::function<void(F&)>& actio
         }
     });
     form.Show(true);
+}
+
+/// RunModal on a fresh form of type F working on ctx; returns the answer left in ctx.
+template <class F>
+std::int32_t RunFresh(ModalDriver& driver, const std::shared_ptr<DialogContext>& ctx,
+                      const std::function<void(F&)>& action)
+{
+    F form;
+    form.Context = ctx;
+    RunModal<F>(driver, form, action);
+    return ctx->Request.Result;
 }
 
 } // namespace fw::testing

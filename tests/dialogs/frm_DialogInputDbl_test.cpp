@@ -112,15 +112,15 @@ TEST_F(TwoFieldInput, AbortAndHelpLeaveTheAnswerAlone)
     };
     for (const Row& row : {Row{"ABORT", 2}, Row{"HELP", 5}}) {
         SCOPED_TRACE(row.key);
-        frm_DialogInputDbl dialog;
         auto ctx = std::make_shared<DialogContext>();
         ctx->Texts.InputText = "vorher";
-        dialog.Context = ctx;
-        RunModal<frm_DialogInputDbl>(driver, dialog, [&](frm_DialogInputDbl& f) {
-            Type(f, QStringLiteral("neu"));
-            f.ctl_Sidebar->Press(QString::fromLatin1(row.key));
-        });
-        EXPECT_EQ(ctx->Request.Result, row.result);
+        EXPECT_EQ(RunFresh<frm_DialogInputDbl>(driver, ctx,
+                                               [&](frm_DialogInputDbl& f) {
+                                                   Type(f, QStringLiteral("neu"));
+                                                   f.ctl_Sidebar->Press(
+                                                       QString::fromLatin1(row.key));
+                                               }),
+                  row.result);
         EXPECT_EQ(ctx->Texts.InputText, "vorher");
     }
 }
@@ -132,12 +132,10 @@ TEST_F(TwoFieldInput, TrickyPairsComeBackAsTheyWent)
         const TrickyText& a = texts[i];
         const TrickyText& b = texts[(i + 1) % texts.size()];
         SCOPED_TRACE(::testing::Message() << a.name << " / " << b.name);
-        frm_DialogInputDbl dialog;
         auto ctx = std::make_shared<DialogContext>();
-        dialog.Context = ctx;
         ctx->Texts.Description = pack(a.text, b.text);
         ctx->Texts.DefaultText = pack(a.text, b.text);
-        RunModal<frm_DialogInputDbl>(driver, dialog, [&](frm_DialogInputDbl& f) {
+        RunFresh<frm_DialogInputDbl>(driver, ctx, [&](frm_DialogInputDbl& f) {
             ExpectPromptShows(f.lab_DescriptionA->Caption(), a.text);
             ExpectPromptShows(f.lab_DescriptionB->Caption(), b.text);
             EXPECT_EQ(f.but_DefText->Visible(), !ctx->Texts.DefaultText.empty());

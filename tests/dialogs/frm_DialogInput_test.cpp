@@ -49,7 +49,6 @@ TYPED_TEST(InputDialog, OpensWithTitlePromptAndTheDefaultSelected)
         EXPECT_EQ(f.txt_Input->SelLength(), 7);
         EXPECT_TRUE(f.but_DefText->Visible());
         EXPECT_EQ(f.but_DefText->Text(), QStringLiteral("&Vorgabe"));
-        EXPECT_EQ(f.but_DefText->IconPath(), QStringLiteral("Ico\\20\\Computer\\Signs\\undo.ico"));
         f.Unload();
     });
 }
@@ -74,32 +73,28 @@ TYPED_TEST(InputDialog, EveryCommandAnswersItsCode)
         {"Escape", [](TypeParam& f) { PressKey(f, Qt::Key_Escape); }, 2, "vorher"},
         {"Ctrl+Return", [](TypeParam& f) { PressKey(f, Qt::Key_Return, Qt::ControlModifier); }, 1,
          "getippt"},
+        {"unknown key",
+         [](TypeParam& f) {
+             f.ctl_Sidebar->Key(QStringLiteral("PRINT"));
+             EXPECT_FALSE(f.IsUnloaded());
+             f.Unload();
+         },
+         42, "vorher"},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
-        TypeParam dialog;
         auto ctx = std::make_shared<DialogContext>();
-        dialog.Context = ctx;
         ctx->Texts.DefaultText = "Vorlage";
         ctx->Texts.InputText = "vorher";
-        RunModal<TypeParam>(this->driver, dialog, [&](TypeParam& f) {
-            Type(f, QStringLiteral("getippt"));
-            row.act(f);
-        });
-        EXPECT_EQ(ctx->Request.Result, row.result);
+        ctx->Request.Result = 42; // the host's preset
+        EXPECT_EQ(RunFresh<TypeParam>(this->driver, ctx,
+                                      [&](TypeParam& f) {
+                                          Type(f, QStringLiteral("getippt"));
+                                          row.act(f);
+                                      }),
+                  row.result);
         EXPECT_EQ(ctx->Texts.InputText, row.inputText);
     }
-}
-
-TYPED_TEST(InputDialog, AnUnknownKeyLeavesTheDialogOpen)
-{
-    this->context->Request.Result = 42;
-    this->run([](TypeParam& f) {
-        f.ctl_Sidebar->Key(QStringLiteral("PRINT"));
-        EXPECT_FALSE(f.IsUnloaded());
-        f.Unload();
-    });
-    EXPECT_EQ(this->context->Request.Result, 42);
 }
 
 TYPED_TEST(InputDialog, TheDefaultButtonBringsTheDefaultBackSelected)
@@ -141,52 +136,46 @@ TYPED_TEST(InputDialog, PasswordEntryMasksTheBoxButAnswersTheText)
 
 TYPED_TEST(InputDialog, TheIconComesFromThePathThenThePictureElseItsRoomGoesToThePrompt)
 {
-    // A path: the picture service loads it.
-    this->context->Request.IconPath = "Ico\\32\\Computer\\Signs\\Question.ico";
-    this->run([this](TypeParam& f) {
-        EXPECT_TRUE(f.img_Icon->Visible());
-        EXPECT_FALSE(f.img_Icon->Picture().isNull());
-        f.Unload();
-    });
+    const std::function<void(DialogContext&)> sources[] = {
+        [](DialogContext& x) { x.Request.IconPath = "Ico\\32\\Computer\\Signs\\Question.ico"; },
+        [](DialogContext& x) { x.Request.Icon = FromImage(QImage(16, 16, QImage::Format_ARGB32)); },
+        [](DialogContext&) {},
+    };
+    for (int i = 0; i < 3; ++i) {
+        SCOPED_TRACE(i == 0 ? "a path" : i == 1 ? "a picture of the host's" : "none");
+        auto ctx = std::make_shared<DialogContext>();
+        sources[i](*ctx);
+        RunFresh<TypeParam>(this->driver, ctx, [&](TypeParam& f) {
+            EXPECT_EQ(f.img_Icon->Visible(), i < 2);
+            if (i < 2) {
+                EXPECT_FALSE(f.img_Icon->Picture().isNull());
+            } else { // the prompt takes the icon's place and the width beside it
+                EXPECT_EQ(f.lab_Description->Left(), f.img_Icon->Left());
+                EXPECT_EQ(f.lab_Description->Width(),
+                          f.pan_Holder->Width() - 2 * f.img_Icon->Left());
+            }
+            f.Unload();
+        });
+    }
     EXPECT_TRUE(LoadedPicture(*this->host, "Ico\\32\\Computer\\Signs\\Question.ico"));
-
-    // A picture of the host's.
-    TypeParam withPicture;
-    withPicture.Context = std::make_shared<DialogContext>();
-    withPicture.Context->Request.Icon = FromImage(QImage(16, 16, QImage::Format_ARGB32));
-    RunModal<TypeParam>(this->driver, withPicture, [](TypeParam& f) {
-        EXPECT_TRUE(f.img_Icon->Visible());
-        EXPECT_FALSE(f.img_Icon->Picture().isNull());
-        f.Unload();
-    });
-
-    // None: the prompt takes the icon's place and the width beside it.
-    TypeParam without;
-    without.Context = std::make_shared<DialogContext>();
-    RunModal<TypeParam>(this->driver, without, [](TypeParam& f) {
-        EXPECT_FALSE(f.img_Icon->Visible());
-        EXPECT_EQ(f.lab_Description->Left(), f.img_Icon->Left());
-        EXPECT_EQ(f.lab_Description->Width(), f.pan_Holder->Width() - 2 * f.img_Icon->Left());
-        f.Unload();
-    });
 }
 
 TYPED_TEST(InputDialog, TrickyTextsPassThroughPromptAndBoxUnchanged)
 {
     for (const TrickyText& tricky : TrickyTexts()) {
         SCOPED_TRACE(tricky.name);
-        TypeParam dialog;
         auto ctx = std::make_shared<DialogContext>();
-        dialog.Context = ctx;
         ctx->Request.Title = tricky.text.left(200).toStdString();
         ctx->Texts.Description = tricky.text.toStdString();
         ctx->Texts.DefaultText = tricky.text.toStdString();
-        RunModal<TypeParam>(this->driver, dialog, [&](TypeParam& f) {
-            ExpectPromptShows(f.lab_Description->Caption(), tricky.text);
-            EXPECT_EQ(f.txt_Input->Text(), tricky.text);
-            f.ctl_Sidebar->Press(QStringLiteral("OK"));
-        });
-        EXPECT_EQ(ctx->Request.Result, 1);
+        EXPECT_EQ(RunFresh<TypeParam>(this->driver, ctx,
+                                      [&](TypeParam& f) {
+                                          ExpectPromptShows(f.lab_Description->Caption(),
+                                                            tricky.text);
+                                          EXPECT_EQ(f.txt_Input->Text(), tricky.text);
+                                          f.ctl_Sidebar->Press(QStringLiteral("OK"));
+                                      }),
+                  1);
         EXPECT_EQ(QString::fromStdString(ctx->Texts.InputText), tricky.text);
     }
 }
@@ -208,55 +197,32 @@ TEST(MultiLineInput, ReturnBreaksTheLineAndCtrlReturnAnswers)
     EXPECT_EQ(form.Context->Texts.InputText, "eins\nzwei");
 }
 
-TEST(OneLineInput, AClickSelectsTheTextOrOpensTheKeyboardUnderTouch)
+TYPED_TEST(InputDialog, AClickSelectsOneLineTextAndUnderTouchOpensItsKeyboard)
 {
-    ScopedTestHost host;
-    ModalDriver driver;
-    {
-        frm_DialogInput form;
-        form.Context = std::make_shared<DialogContext>();
-        RunModal<frm_DialogInput>(driver, form, [&](frm_DialogInput& f) {
-            host->clearCalls();
-            Click(*f.txt_Input);
-            EXPECT_EQ(host->callsTo("SelectAll").size(), 1u);
-            f.Unload();
+    constexpr bool oneLine = std::is_same_v<TypeParam, frm_DialogInput>;
+    for (const bool touch : {false, true}) {
+        SCOPED_TRACE(touch ? "touch" : "mouse");
+        this->host->settings["Touchmode"] = touch;
+        TypeParam dialog;
+        dialog.Context = std::make_shared<DialogContext>();
+        this->driver.OnNextModal([&](Form&) {
+            this->host->clearCalls();
+            Click(*dialog.txt_Input);
+            if (!(oneLine && touch))
+                EXPECT_EQ(this->host->wasCalled("SelectAll"), oneLine);
+            if (!oneLine)
+                EXPECT_FALSE(this->host->wasCalled("GetBool")) << "the multi-line box never asks";
+            dialog.Unload();
         });
+        if (oneLine && touch)
+            this->driver.OnNextModal([](Form& keyboard) {
+                EXPECT_EQ(keyboard.Name(), QStringLiteral("frm_DialogKeyboard"));
+                keyboard.Unload();
+            });
+        dialog.Show(true);
+        EXPECT_EQ(this->driver.Pending(), 0) << "no keyboard came up";
     }
-    host->settings["Touchmode"] = true;
-    frm_DialogInput form;
-    form.Context = std::make_shared<DialogContext>();
-    driver.OnNextModal([&](Form&) {
-        Click(*form.txt_Input);
-        form.Unload();
-    });
-    driver.OnNextModal([](Form& keyboard) {
-        EXPECT_EQ(keyboard.Name(), QStringLiteral("frm_DialogKeyboard"));
-        keyboard.Unload();
-    });
-    form.Show(true);
-    EXPECT_EQ(driver.Pending(), 0) << "no keyboard came up";
 }
-
-TEST(MultiLineInput, AClickNeitherSelectsNorOpensTheKeyboard)
-{
-    ScopedTestHost host;
-    host->settings["Touchmode"] = true;
-    ModalDriver driver;
-    frm_DialogInputMulti form;
-    form.Context = std::make_shared<DialogContext>();
-    RunModal<frm_DialogInputMulti>(driver, form, [&](frm_DialogInputMulti& f) {
-        host->clearCalls();
-        Click(*f.txt_Input);
-        EXPECT_FALSE(host->wasCalled("SelectAll"));
-        EXPECT_FALSE(host->wasCalled("GetBool"));
-        f.Unload();
-    });
-    EXPECT_EQ(driver.Pending(), 0);
-}
-
-} // namespace
-
-namespace {
 
 TEST(InputFactory, EachInputNameMakesItsOwnForm)
 {

@@ -1,14 +1,12 @@
 // The message dialog, driven through real key presses and clicks.
+#include "InputTestSupport.h"
 #include "controls/ctl_Button.h"
 #include "controls/ctl_Label.h"
 #include "controls/ctl_Pannel.h"
 #include "controls/ctl_Title.h"
 #include "dialogs/frm_DialogMessage.h"
 #include "forms/Screen.h"
-#include "forms/testing/ModalDriver.h"
 #include "forms/testing/UserInput.h"
-#include "host/mdl_CoreDevWrapper.h"
-#include "testing/TestHost.h"
 
 #include <QFontInfo>
 #include <QWidget>
@@ -37,24 +35,17 @@ class MessageDialog : public ::testing::Test {
     /// Shows the dialog modally and runs action inside it, after the first paint.
     std::int32_t run(const std::function<void(frm_DialogMessage&)>& action)
     {
-        driver.OnNextModal([&](Form&) {
-            action(form);
-            if (!form.IsUnloaded()) {
-                ADD_FAILURE() << "the dialog did not close";
-                form.Unload();
-            }
-        });
-        form.Show(true);
+        RunModal<frm_DialogMessage>(driver, form, action);
         return context->Request.Result;
     }
 
-    QStringList visibleCaptions() const
+    /// The same on a fresh dialog whose context prepare sets up.
+    std::int32_t show(const std::function<void(DialogContext&)>& prepare,
+                      const std::function<void(frm_DialogMessage&)>& action)
     {
-        QStringList captions;
-        for (int i = 0; i <= 2; ++i)
-            if (form.but_Sel[i].Visible())
-                captions << form.but_Sel[i].Text();
-        return captions;
+        auto ctx = std::make_shared<DialogContext>();
+        prepare(*ctx);
+        return RunFresh<frm_DialogMessage>(driver, ctx, action);
     }
 };
 
@@ -68,7 +59,7 @@ struct ButtonSetCase {
     int scheme;
 };
 
-TEST_F(MessageDialog, EveryStyleShowsItsButtonSet)
+TEST_F(MessageDialog, EveryStyleShowsItsButtonSetWithTheLeftmostFocused)
 {
     const ButtonSetCase cases[] = {
         {0, "OK", "OK", "Hinweis", "1|-3D:OFF|-3D:OFF", 0, 0},
@@ -84,133 +75,93 @@ TEST_F(MessageDialog, EveryStyleShowsItsButtonSet)
         for (int language : {7, 9}) {
             SCOPED_TRACE(::testing::Message() << "Flags " << c.flags << " language " << language);
             host->language = language;
-            frm_DialogMessage dialog;
-            dialog.Context = std::make_shared<DialogContext>();
-            dialog.Context->Request.Flags = c.flags;
-            driver.OnNextModal([&](Form&) {
-                QStringList captions, tags;
-                for (int i = 0; i <= 2; ++i) {
-                    tags << dialog.but_Sel[i].Tag();
-                    if (dialog.but_Sel[i].Visible())
-                        captions << dialog.but_Sel[i].Text();
-                    EXPECT_EQ(dialog.but_Sel[i].Default(), i == c.defaultSlot) << i;
-                }
-                EXPECT_EQ(captions.join(u'|'),
-                          QString::fromUtf8(language == 7 ? c.german : c.english));
-                EXPECT_EQ(tags.join(u'|'), QString::fromUtf8(c.tags));
-                EXPECT_EQ(dialog.Caption(), QString::fromUtf8(c.caption));
-                EXPECT_EQ(dialog.bar_Header->Scheme(), c.scheme);
-                dialog.Unload();
-            });
-            dialog.Show(true);
+            show([&](DialogContext& x) { x.Request.Flags = c.flags; },
+                 [&](frm_DialogMessage& f) {
+                     QStringList captions, tags;
+                     for (int i = 0; i <= 2; ++i) {
+                         tags << f.but_Sel[i].Tag();
+                         if (f.but_Sel[i].Visible())
+                             captions << f.but_Sel[i].Text();
+                         EXPECT_EQ(f.but_Sel[i].Default(), i == c.defaultSlot) << i;
+                     }
+                     EXPECT_EQ(captions.join(u'|'),
+                               QString::fromUtf8(language == 7 ? c.german : c.english));
+                     EXPECT_EQ(tags.join(u'|'), QString::fromUtf8(c.tags));
+                     EXPECT_EQ(f.Caption(), QString::fromUtf8(c.caption));
+                     EXPECT_EQ(f.bar_Header->Scheme(), c.scheme);
+                     EXPECT_TRUE(f.but_Sel[0].HasFocus());
+                     if (c.flags == 1) { // OK and Cancel wear each other's icons
+                         EXPECT_EQ(f.but_Sel[0].IconPath(), "Ico\\20\\Computer\\Signs\\Ok.ico");
+                         EXPECT_EQ(f.but_Sel[1].IconPath(), "Ico\\20\\Computer\\Signs\\Abort.ico");
+                     }
+                     f.Unload();
+                 });
         }
     }
 }
 
-TEST_F(MessageDialog, OkCancelIconsAreCrossed)
+using Act = std::function<void(frm_DialogMessage&)>;
+Act key(Qt::Key k, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
 {
-    context->Request.Flags = 1;
-    run([](frm_DialogMessage& f) {
-        EXPECT_EQ(f.but_Sel[0].IconPath(), QStringLiteral("Ico\\20\\Computer\\Signs\\Ok.ico"));
-        EXPECT_EQ(f.but_Sel[1].IconPath(), QStringLiteral("Ico\\20\\Computer\\Signs\\Abort.ico"));
-        f.Unload();
-    });
+    return [=](frm_DialogMessage& f) { PressKey(f, k, modifiers); };
+}
+Act typed(const char* text)
+{
+    return [=](frm_DialogMessage& f) { Type(f, QString::fromUtf8(text)); };
 }
 
-struct KeyCase {
-    int flags;
-    Qt::Key key;
-    Qt::KeyboardModifiers modifiers;
-    const char* typed; ///< typed text instead of the key, if set
-    int language;
-    std::int32_t result;
-};
-
-TEST_F(MessageDialog, KeysAnswerAsTheirRulesSay)
+TEST_F(MessageDialog, KeysClicksAndClosingAnswerAsTheirRulesSay)
 {
-    const KeyCase cases[] = {
-        {0, Qt::Key_Escape, Qt::NoModifier, nullptr, 7, 1},
-        {0, Qt::Key_F12, Qt::NoModifier, nullptr, 7, 1},
-        {0, Qt::Key_F12, Qt::ShiftModifier, nullptr, 7, 1},
-        {1, Qt::Key_F12, Qt::NoModifier, nullptr, 7, 1},
-        {1, Qt::Key_F12, Qt::ShiftModifier, nullptr, 7, 2},
-        {1, Qt::Key_Escape, Qt::NoModifier, nullptr, 7, 2},
-        {2, Qt::Key_F12, Qt::NoModifier, nullptr, 7, 4},
-        {2, Qt::Key_F12, Qt::ShiftModifier, nullptr, 7, 5},
-        {3, Qt::Key_Escape, Qt::NoModifier, nullptr, 7, 2},
-        {4, Qt::Key_Escape, Qt::NoModifier, nullptr, 7, 7},
-        {5, Qt::Key_F12, Qt::NoModifier, nullptr, 7, 1},
+    const struct {
+        const char* name;
+        int flags;
+        int language;
+        Act act;
+        std::int32_t result; ///< 42: the host's preset stands
+    } cases[] = {
+        {"Escape", 0, 7, key(Qt::Key_Escape), 1},
+        {"F12", 0, 7, key(Qt::Key_F12), 1},
+        {"Shift+F12", 0, 7, key(Qt::Key_F12, Qt::ShiftModifier), 1},
+        {"F12", 1, 7, key(Qt::Key_F12), 1},
+        {"Shift+F12", 1, 7, key(Qt::Key_F12, Qt::ShiftModifier), 2},
+        {"Escape", 1, 7, key(Qt::Key_Escape), 2},
+        {"F12", 2, 7, key(Qt::Key_F12), 4},
+        {"Shift+F12", 2, 7, key(Qt::Key_F12, Qt::ShiftModifier), 5},
+        {"Escape", 3, 7, key(Qt::Key_Escape), 2},
+        {"Escape", 4, 7, key(Qt::Key_Escape), 7},
+        {"F12", 5, 7, key(Qt::Key_F12), 1},
         // Return presses the focused button: the leftmost, not the default.
-        {4, Qt::Key_Return, Qt::NoModifier, nullptr, 7, 7},
-        {0, Qt::Key_unknown, {}, "k", 7, 1},
-        {0, Qt::Key_unknown, {}, "o", 7, -3},
-        {0, Qt::Key_unknown, {}, "O", 7, -3},
-        {2, Qt::Key_unknown, {}, "e", 9, 4},
-        {2, Qt::Key_unknown, {}, "g", 9, 5},
-        {2, Qt::Key_unknown, {}, "w", 7, 5},
-        {3, Qt::Key_unknown, {}, "j", 7, 6},
-        {3, Qt::Key_unknown, {}, "y", 9, 6},
-        {4, Qt::Key_unknown, {}, "n", 7, 7},
+        {"Return", 4, 7, key(Qt::Key_Return), 7},
+        {"k", 0, 7, typed("k"), 1},
+        {"o", 0, 7, typed("o"), -3},
+        {"O", 0, 7, typed("O"), -3},
+        {"e", 2, 9, typed("e"), 4},
+        {"g", 2, 9, typed("g"), 5},
+        {"w", 2, 7, typed("w"), 5},
+        {"j", 3, 7, typed("j"), 6},
+        {"y", 3, 9, typed("y"), 6},
+        {"n", 4, 7, typed("n"), 7},
+        {"letters without a button", 0, 7,
+         [](frm_DialogMessage& f) {
+             Type(f, QStringLiteral("xz"));
+             EXPECT_FALSE(f.IsUnloaded());
+             f.Unload();
+         },
+         42},
+        {"click", 3, 7, [](frm_DialogMessage& f) { Click(f.but_Sel[2]); }, 6},
+        {"header's close request", 4, 7,
+         [](frm_DialogMessage& f) { f.bar_Header->CloseRequest(QStringLiteral("X")); }, 7},
+        {"window closed", 0, 7, [](frm_DialogMessage& f) { CloseWindow(f); }, 42},
     };
-    for (const KeyCase& c : cases) {
-        SCOPED_TRACE(::testing::Message() << "Flags " << c.flags << " key " << c.key << " typed "
-                                          << (c.typed ? c.typed : "-"));
+    for (const auto& c : cases) {
+        SCOPED_TRACE(::testing::Message() << c.name << " with flags " << c.flags);
         host->language = c.language;
-        frm_DialogMessage dialog;
-        dialog.Context = std::make_shared<DialogContext>();
-        dialog.Context->Request.Flags = c.flags;
-        driver.OnNextModal([&](Form& f) {
-            if (c.typed)
-                Type(f, QString::fromUtf8(c.typed));
-            else
-                PressKey(f, c.key, c.modifiers);
-            if (!f.IsUnloaded()) {
-                ADD_FAILURE() << "no answer";
-                f.Unload();
-            }
-        });
-        dialog.Show(true);
-        EXPECT_EQ(dialog.Context->Request.Result, c.result);
+        const auto prepare = [&](DialogContext& x) {
+            x.Request.Flags = c.flags;
+            x.Request.Result = 42;
+        };
+        EXPECT_EQ(show(prepare, c.act), c.result);
     }
-}
-
-TEST_F(MessageDialog, LettersWithoutAButtonDoNothing)
-{
-    context->Request.Result = 42;
-    run([](frm_DialogMessage& f) {
-        Type(f, QStringLiteral("xz"));
-        EXPECT_FALSE(f.IsUnloaded());
-        f.Unload();
-    });
-    EXPECT_EQ(context->Request.Result, 42);
-}
-
-TEST_F(MessageDialog, ClickingAButtonAnswersItsValue)
-{
-    context->Request.Flags = 3;
-    EXPECT_EQ(run([](frm_DialogMessage& f) { Click(f.but_Sel[2]); }), 6);
-}
-
-TEST_F(MessageDialog, TheHeadersCloseRequestAnswersEscapeThenSecondary)
-{
-    context->Request.Flags = 4;
-    EXPECT_EQ(run([](frm_DialogMessage& f) { f.bar_Header->CloseRequest(QStringLiteral("X")); }),
-              7);
-}
-
-TEST_F(MessageDialog, ClosingTheWindowLeavesTheHostsResult)
-{
-    context->Request.Result = 42;
-    EXPECT_EQ(run([](frm_DialogMessage& f) { CloseWindow(f); }), 42);
-}
-
-TEST_F(MessageDialog, FirstPaintFocusesTheLeftmostButton)
-{
-    context->Request.Flags = 3;
-    run([](frm_DialogMessage& f) {
-        EXPECT_TRUE(f.but_Sel[0].HasFocus());
-        f.Unload();
-    });
 }
 
 TEST_F(MessageDialog, TitleSplitsAtColonOrSpacedDash)
@@ -223,15 +174,13 @@ TEST_F(MessageDialog, TitleSplitsAtColonOrSpacedDash)
         {"", "", ""},
     };
     for (const auto& [title, line, second] : cases) {
-        frm_DialogMessage dialog;
-        dialog.Context = std::make_shared<DialogContext>();
-        dialog.Context->Request.Title = title;
-        driver.OnNextModal([&](Form& f) {
-            EXPECT_EQ(dialog.bar_Header->Caption(), QString::fromUtf8(line)) << title;
-            EXPECT_EQ(dialog.bar_Header->SubCaption(), QString::fromUtf8(second)) << title;
-            f.Unload();
-        });
-        dialog.Show(true);
+        SCOPED_TRACE(title);
+        show([&](DialogContext& x) { x.Request.Title = title; },
+             [&](frm_DialogMessage& f) {
+                 EXPECT_EQ(f.bar_Header->Caption(), QString::fromUtf8(line));
+                 EXPECT_EQ(f.bar_Header->SubCaption(), QString::fromUtf8(second));
+                 f.Unload();
+             });
     }
 }
 
@@ -249,17 +198,15 @@ TEST_F(MessageDialog, TextLengthAndDashesPickAlignmentAndFont)
         {QStringLiteral("--------\n") + QString(1001, u'x'), 0, true, true},
     };
     for (const auto& c : cases) {
-        frm_DialogMessage dialog;
-        dialog.Context = std::make_shared<DialogContext>();
-        dialog.Context->Texts.Description = c.text.toStdString();
-        driver.OnNextModal([&](Form& f) {
-            const ctl_Label& label = dialog.lab_Description[0];
-            EXPECT_EQ(label.Alignment(), c.alignment) << c.text.size();
-            EXPECT_EQ(QFontInfo(label.Font()).fixedPitch(), c.mono) << c.text.size();
-            EXPECT_EQ(label.Font().pointSizeF() == 7.0, c.small) << c.text.size();
-            f.Unload();
-        });
-        dialog.Show(true);
+        SCOPED_TRACE(c.text.size());
+        show([&](DialogContext& x) { x.Texts.Description = c.text.toStdString(); },
+             [&](frm_DialogMessage& f) {
+                 const ctl_Label& label = f.lab_Description[0];
+                 EXPECT_EQ(label.Alignment(), c.alignment);
+                 EXPECT_EQ(QFontInfo(label.Font()).fixedPitch(), c.mono);
+                 EXPECT_EQ(label.Font().pointSizeF() == 7.0, c.small);
+                 f.Unload();
+             });
     }
 }
 
@@ -270,20 +217,16 @@ TEST_F(MessageDialog, LongerTextMakesATallerDialog)
         shortHeight = f.Height();
         f.Unload();
     });
-    frm_DialogMessage tall;
-    tall.Context = std::make_shared<DialogContext>();
-    QString text;
-    for (int i = 0; i < 20; ++i)
-        text += QStringLiteral("Eine Zeile mit etwas Text darin, ");
-    tall.Context->Texts.Description = text.toStdString();
-    driver.OnNextModal([&](Form& f) {
-        EXPECT_GT(f.Height(), shortHeight + ToTwips(40));
-        const ctl_Pannel& holder = tall.pan_Holder[0];
-        const ctl_Label& label = tall.lab_Description[0];
-        EXPECT_GE(holder.Height(), label.Top() + label.Height()) << "the text fits its section";
-        f.Unload();
-    });
-    tall.Show(true);
+    const std::string text =
+        QStringLiteral("Eine Zeile mit etwas Text darin, ").repeated(20).toStdString();
+    show([&](DialogContext& x) { x.Texts.Description = text; },
+         [&](frm_DialogMessage& f) {
+             EXPECT_GT(f.Height(), shortHeight + ToTwips(40));
+             const ctl_Label& label = f.lab_Description[0];
+             EXPECT_GE(f.pan_Holder[0].Height(), label.Top() + label.Height())
+                 << "the text fits its section";
+             f.Unload();
+         });
 }
 
 TEST_F(MessageDialog, AWideLineWidensTheDialogAndKeepsItCentred)
@@ -305,40 +248,41 @@ TEST_F(MessageDialog, AWideLineWidensTheDialogAndKeepsItCentred)
     });
 }
 
-TEST_F(MessageDialog, AQuestionIconOverridesTheSchemeOfTheButtonSet)
+TEST_F(MessageDialog, TheIconPicksTheSchemeAndModeTwoShowsNoText)
 {
-    context->Request.Flags = 2;
-    context->Request.IconPath = "Ico\\32\\Computer\\Signs\\question.ico";
-    run([](frm_DialogMessage& f) {
-        EXPECT_EQ(f.bar_Header->Scheme(), 7);
-        EXPECT_EQ(f.bar_Header->IconPath(),
-                  QStringLiteral("Ico\\32\\Computer\\Signs\\question.ico"));
-        f.Unload();
-    });
-    EXPECT_EQ(std::get<std::string>(context->Request.Icon), context->Request.IconPath)
-        << "mode 0 hands the icon path on as the icon";
-}
-
-TEST_F(MessageDialog, ModeTwoShowsNoText)
-{
-    form.DialogMode = 2;
-    context->Request.IconPath = "Ico\\32\\Computer\\Signs\\Critical.ico";
-    run([](frm_DialogMessage& f) {
-        EXPECT_FALSE(f.pan_Holder[0].Visible());
-        EXPECT_EQ(f.bar_Header->Scheme(), 0) << "no section reads the icon";
-        f.Unload();
-    });
-}
-
-TEST_F(MessageDialog, ModeOneTakesTheHostsIconAndIgnoresThePath)
-{
-    form.SetPublic(QStringLiteral("DialogMode"), 1);
-    context->Request.IconPath = "Ico\\32\\Computer\\Signs\\Critical.ico";
-    context->Request.Icon = std::string("Ico\\32\\Computer\\Signs\\Question.ico");
-    run([](frm_DialogMessage& f) {
-        EXPECT_EQ(f.bar_Header->Scheme(), 7);
-        f.Unload();
-    });
+    const struct {
+        int mode;
+        int flags;
+        const char* path;
+        const char* hostIcon; ///< the host's own icon, which mode 1 takes instead of the path
+        int scheme;
+    } cases[] = {
+        {0, 2, "Ico\\32\\Computer\\Signs\\question.ico", "", 7}, // over the button set's 6
+        {1, 0, "Ico\\32\\Computer\\Signs\\Critical.ico", "Ico\\32\\Computer\\Signs\\Question.ico",
+         7},
+        {2, 0, "Ico\\32\\Computer\\Signs\\Critical.ico", "", 0}, // no section reads the icon
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.mode);
+        frm_DialogMessage dialog;
+        dialog.SetPublic(QStringLiteral("DialogMode"), c.mode);
+        auto ctx = std::make_shared<DialogContext>();
+        dialog.Context = ctx;
+        ctx->Request.Flags = c.flags;
+        ctx->Request.IconPath = c.path;
+        if (*c.hostIcon)
+            ctx->Request.Icon = std::string(c.hostIcon);
+        RunModal<frm_DialogMessage>(driver, dialog, [&](frm_DialogMessage& f) {
+            EXPECT_EQ(f.bar_Header->Scheme(), c.scheme);
+            EXPECT_EQ(f.pan_Holder[0].Visible(), c.mode != 2);
+            if (c.mode == 0)
+                EXPECT_EQ(f.bar_Header->IconPath(), QString::fromUtf8(c.path));
+            f.Unload();
+        });
+        if (c.mode == 0)
+            EXPECT_EQ(std::get<std::string>(ctx->Request.Icon), c.path)
+                << "mode 0 hands the icon path on as the icon";
+    }
 }
 
 TEST_F(MessageDialog, AFailingPictureServiceStillOpensTheDialog)

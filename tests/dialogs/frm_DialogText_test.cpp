@@ -42,28 +42,29 @@ class TextViewer : public ::testing::Test {
     ScopedCoreDev scope{host};
     ModalDriver driver;
     std::shared_ptr<DialogContext> context = std::make_shared<DialogContext>();
-    frm_DialogText form;
     QTemporaryDir dir;
 
     TextViewer()
     {
-        form.Context = context;
         context->Request.Title = "Protokoll";
         context->Request.Subtitle = "Letzter Lauf";
         context->Texts.Description = "Zeile eins\nZeile zwei";
         context->Request.Result = 99; // the host's preset
     }
 
-    /// Shows the viewer modally and runs action inside it; closes it with OK
-    /// afterwards if the action left it open.
-    void run(const std::function<void()>& action)
+    /// Shows a viewer on ctx modally and runs action in it; closes it with OK if
+    /// the action left it open.
+    void show(const std::shared_ptr<DialogContext>& ctx,
+              const std::function<void(frm_DialogText&)>& action)
     {
+        frm_DialogText viewer;
+        viewer.Context = ctx;
         driver.OnNextModal([&](Form&) {
-            action();
-            if (!form.IsUnloaded())
-                QTest::mouseClick(barButton(*form.bar_Sidebar, "OK"), Qt::LeftButton);
+            action(viewer);
+            if (!viewer.IsUnloaded())
+                QTest::mouseClick(barButton(*viewer.bar_Sidebar, "OK"), Qt::LeftButton);
         });
-        form.Show(true);
+        viewer.Show(true);
     }
 
     static void press(frm_DialogText& viewer, const char* key)
@@ -75,7 +76,9 @@ class TextViewer : public ::testing::Test {
 TEST_F(TextViewer, OpensWithTheHostsTextsAndSignsOnAndOffTheMessageService)
 {
     context->Request.IconPath = "Ico\\32\\Computer\\Signs\\Info.ico";
-    run([&] {
+    const void* shown = nullptr;
+    show(context, [&](frm_DialogText& form) {
+        shown = &form;
         EXPECT_EQ(form.Caption(), "Protokoll");
         EXPECT_EQ(form.bar_Header->Caption(), "Protokoll");
         EXPECT_EQ(form.bar_Header->SubCaption(), "Letzter Lauf");
@@ -88,12 +91,9 @@ TEST_F(TextViewer, OpensWithTheHostsTextsAndSignsOnAndOffTheMessageService)
         EXPECT_FALSE(host->wasCalled("UnregisterForm"));
     });
     ASSERT_EQ(host->callsTo("UnregisterForm"), std::vector<std::string>{"UnregisterForm()"});
-    for (std::size_t i = 0; i < host->calls.size(); ++i) {
-        const std::string& call = host->calls[i];
-        if (call.rfind("RegisterForm", 0) == 0 || call.rfind("UnregisterForm", 0) == 0) {
-            EXPECT_EQ(host->callTargets[i], static_cast<const void*>(&form));
-        }
-    }
+    for (std::size_t i = 0; i < host->calls.size(); ++i)
+        if (host->calls[i].find("RegisterForm(") != std::string::npos) // and UnregisterForm
+            EXPECT_EQ(host->callTargets[i], shown) << host->calls[i];
 }
 
 TEST_F(TextViewer, EachWayOutWritesItsResult)
@@ -120,25 +120,19 @@ TEST_F(TextViewer, EachWayOutWritesItsResult)
     };
     for (const Way& way : ways) {
         SCOPED_TRACE(way.name);
-        frm_DialogText viewer;
         auto ctx = std::make_shared<DialogContext>();
         ctx->Request.Result = 99;
-        viewer.Context = ctx;
-        driver.OnNextModal([&](Form&) {
-            way.act(viewer);
-            if (!viewer.IsUnloaded()) {
-                ADD_FAILURE() << "the viewer stayed open";
-                viewer.Unload();
-            }
+        show(ctx, [&](frm_DialogText& f) {
+            way.act(f);
+            EXPECT_TRUE(f.IsUnloaded()) << "the viewer stayed open";
         });
-        viewer.Show(true);
         EXPECT_EQ(ctx->Request.Result, way.result);
     }
 }
 
 TEST_F(TextViewer, HelpAndPrintLeaveTheViewerOpen)
 {
-    run([&] {
+    show(context, [&](frm_DialogText& form) {
         QTest::mouseClick(barButton(*form.bar_Sidebar, "PRINT"), Qt::LeftButton);
         EXPECT_FALSE(form.IsUnloaded());
         QTest::mouseClick(barButton(*form.bar_Sidebar, "HELP"), Qt::LeftButton);
@@ -167,9 +161,7 @@ TEST_F(TextViewer, CopyTakesTheFirstShownViewer)
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.shown);
-        frm_DialogText viewer;
-        viewer.Context = context;
-        driver.OnNextModal([&](Form&) {
+        show(context, [&](frm_DialogText& viewer) {
             Clipboard::SetText("alt");
             viewer.txt_RTF->SetTextRTF("{\\rtf1\\ansi{\\fonttbl{\\f0 Arial;}}\\f0{\\b Fett} und "
                                        "normal\\par zweiter Absatz}");
@@ -180,9 +172,7 @@ TEST_F(TextViewer, CopyTakesTheFirstShownViewer)
             viewer.txt_Plain->SetVisible(shown != "none");
             QTest::mouseClick(barButton(*viewer.bar_Sidebar, "COPY"), Qt::LeftButton);
             EXPECT_EQ(Clipboard::GetText(), row.clipboard);
-            viewer.Unload();
         });
-        viewer.Show(true);
     }
 }
 
@@ -206,9 +196,7 @@ TEST_F(TextViewer, SaveAsksByTheShownViewerAndWritesTheHtmlViewersText)
         host->clearCalls();
         const QString path = dir.filePath(QStringLiteral("out%1.txt").arg(n++));
         host->queueSavePath(path.toStdString());
-        frm_DialogText viewer;
-        viewer.Context = context;
-        driver.OnNextModal([&](Form&) {
+        show(context, [&](frm_DialogText& viewer) {
             // Whatever is shown, the content comes from the HTML viewer.
             viewer.txt_HTML->SetText(QString::fromStdString(kGreeting));
             const QString shown = QString::fromLatin1(row.shown);
@@ -216,9 +204,7 @@ TEST_F(TextViewer, SaveAsksByTheShownViewerAndWritesTheHtmlViewersText)
             viewer.txt_HTML->SetVisible(shown.contains("HTML"));
             QTest::mouseClick(barButton(*viewer.bar_Sidebar, "SAVE"), Qt::LeftButton);
             EXPECT_FALSE(viewer.IsUnloaded());
-            viewer.Unload();
         });
-        viewer.Show(true);
         EXPECT_EQ(host->callsTo("AskSaveFile"), std::vector<std::string>{row.ask});
         EXPECT_EQ(host->callsTo("WriteTextFile"),
                   std::vector<std::string>{"WriteTextFile(" + path.toStdString() + "||-1)"});
@@ -230,28 +216,6 @@ TEST_F(TextViewer, SaveAsksByTheShownViewerAndWritesTheHtmlViewersText)
     }
 }
 
-TEST_F(TextViewer, SavingFromThePlainViewerWritesTheHiddenHtmlViewersEmptyText)
-{
-    const QString path = dir.filePath("leer.txt");
-    host->queueSavePath(path.toStdString());
-    run([&] { press(form, "SAVE"); });
-    EXPECT_EQ(fileBytes(path), QByteArray());
-    EXPECT_TRUE(host->wasCalled("ShowInfo"));
-}
-
-TEST_F(TextViewer, CancelledSaveShowsNothingAndWritesNothing)
-{
-    host->queueSavePath("");
-    run([&] {
-        press(form, "SAVE");
-        EXPECT_FALSE(form.IsUnloaded());
-    });
-    EXPECT_TRUE(host->wasCalled("AskSaveFile"));
-    EXPECT_FALSE(host->wasCalled("WriteTextFile"));
-    EXPECT_FALSE(host->wasCalled("ShowInfo"));
-    EXPECT_FALSE(host->wasCalled("ShowError"));
-}
-
 TEST_F(TextViewer, FailedSaveSaysSoAndLosesNothing)
 {
     // Below a regular file nothing can be written, whoever runs the test.
@@ -260,7 +224,7 @@ TEST_F(TextViewer, FailedSaveSaysSoAndLosesNothing)
     blocker.close();
     host->queueSavePath(dir.filePath("datei/text.txt").toStdString());
     host->queueSavePath(dir.filePath("zweiter.txt").toStdString());
-    run([&] {
+    show(context, [&](frm_DialogText& form) {
         form.txt_HTML->SetText("Inhalt");
         press(form, "SAVE");
         EXPECT_FALSE(form.IsUnloaded());
@@ -275,20 +239,39 @@ TEST_F(TextViewer, FailedSaveSaysSoAndLosesNothing)
     EXPECT_EQ(context->Request.Result, ResultOk);
 }
 
-TEST_F(TextViewer, SaveWithNoViewerShownReportsAnErrorWithoutAsking)
+TEST_F(TextViewer, ASaveThatCannotGoOnWritesNothingAndKeepsTheViewerOpen)
 {
-    run([&] {
-        form.txt_Plain->SetVisible(false);
-        press(form, "SAVE");
-    });
-    EXPECT_FALSE(host->wasCalled("AskSaveFile"));
-    EXPECT_EQ(host->callsTo("ShowError"),
-              std::vector<std::string>{"ShowError(Fehler beim Speichern der Datei!|Protokoll)"});
+    const struct {
+        const char* name;
+        bool plainShown;
+        bool asked;
+        bool error;
+    } rows[] = {
+        {"cancelled in the file dialog", true, true, false},
+        {"no viewer shown", false, false, true},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        host->clearCalls();
+        host->queueSavePath("");
+        show(context, [&](frm_DialogText& viewer) {
+            viewer.txt_Plain->SetVisible(row.plainShown);
+            press(viewer, "SAVE");
+            EXPECT_FALSE(viewer.IsUnloaded());
+        });
+        EXPECT_EQ(host->wasCalled("AskSaveFile"), row.asked);
+        EXPECT_FALSE(host->wasCalled("WriteTextFile"));
+        EXPECT_FALSE(host->wasCalled("ShowInfo"));
+        EXPECT_EQ(host->callsTo("ShowError"),
+                  row.error ? std::vector<std::string>{"ShowError(Fehler beim Speichern der "
+                                                       "Datei!|Protokoll)"}
+                            : std::vector<std::string>{});
+    }
 }
 
 TEST_F(TextViewer, ViewersFollowTheWindowWithFivePixelMargins)
 {
-    run([&] {
+    show(context, [&](frm_DialogText& form) {
         for (const QSize size : {QSize(900, 700), QSize(400, 300)}) {
             form.window()->resize(size);
             ProcessEvents();
@@ -324,21 +307,17 @@ TEST_F(TextViewer, AnyTextSurvivesShowingCopyingAndSavingUnchanged)
         SCOPED_TRACE(row.name);
         const QString path = dir.filePath(QString::fromLatin1(row.name) + ".txt");
         host->queueSavePath(path.toStdString());
-        frm_DialogText viewer;
         auto ctx = std::make_shared<DialogContext>();
         ctx->Texts.Description = row.text;
-        viewer.Context = ctx;
         QElapsedTimer clock;
         clock.start();
-        driver.OnNextModal([&](Form&) {
+        show(ctx, [&](frm_DialogText& viewer) {
             EXPECT_EQ(viewer.txt_Plain->Text().toStdString(), row.text);
             press(viewer, "COPY");
             EXPECT_EQ(Clipboard::GetText().toStdString(), row.text);
             viewer.txt_HTML->SetText(QString::fromStdString(row.text));
             press(viewer, "SAVE");
-            viewer.Unload();
         });
-        viewer.Show(true);
         EXPECT_LT(clock.elapsed(), 5000) << "showing, copying and saving took too long";
         EXPECT_EQ(fileBytes(path).toStdString(), row.text);
     }

@@ -1,9 +1,11 @@
 #include "dialogs/PromptForm.h"
 
 #include "controls/Theme.h"
+#include "controls/ctl_CmdBar.h"
 #include "controls/ctl_Label.h"
 #include "controls/ctl_Pannel.h"
 #include "controls/ctl_Seperator.h"
+#include "dialogs/DialogOpening.h"
 #include "forms/Screen.h"
 #include "forms/StdControls.h"
 
@@ -79,6 +81,28 @@ void PromptForm::answer(std::int32_t result)
 {
     context().Request.Result = result;
     Unload();
+}
+
+ctl_CmdBar* PromptForm::addAnswerBar()
+{
+    auto* bar = Add<ctl_CmdBar>(QStringLiteral("ctl_Sidebar"));
+    AddDialogCommands(*bar);
+    bar->Key = [this](const QString& key) {
+        switch (CommandOf(key)) {
+        case Command::Ok:
+            acceptAnswer();
+            break;
+        case Command::Abort:
+            answer(ResultAbort);
+            break;
+        case Command::Help:
+            answer(ResultHelp);
+            break;
+        case Command::Other:
+            break;
+        }
+    };
+    return bar;
 }
 
 } // namespace fw

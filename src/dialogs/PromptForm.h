@@ -5,11 +5,13 @@
 
 #include "core/HasContext.h"
 #include "forms/Form.h"
+#include "forms/Screen.h"
 
 #include <cstdint>
 
 namespace fw {
 
+class ctl_CmdBar;
 class ctl_Label;
 class ctl_Pannel;
 class ctl_Seperator;
@@ -35,6 +37,8 @@ class PromptForm : public Form, public HasContext {
     static constexpr int IconSize = 32;
     static constexpr int TextLeft = Margin + IconSize + 14;
 
+    static int px(int pixels) { return ToTwips(pixels); }
+
     enum class Publics { ContextOnly, WithPasswordEntry };
     PromptForm(const QString& name, const QString& caption, Publics publics = Publics::ContextOnly);
 
@@ -51,6 +55,11 @@ class PromptForm : public Form, public HasContext {
     void closeLayout(int clientWidth, int holderHeight, ctl_Seperator& rule);
     /// Sets the result and closes.
     void answer(std::int32_t result);
+    /// The bar of OK, Abbruch and help that ends the input forms: Abbruch and
+    /// help answer at once, OK leaves it to acceptAnswer.
+    ctl_CmdBar* addAnswerBar();
+    /// OK: take the typed answer into the context and close, or refuse it.
+    virtual void acceptAnswer() {}
 
   private:
     Publics m_publics;

@@ -27,10 +27,6 @@ constexpr int kMultiHeight = 132;
 // A prompt taller than this is cut, so that the box stays on the screen.
 constexpr int kPromptCap = 320;
 
-int px(int pixels)
-{
-    return ToTwips(pixels);
-}
 } // namespace
 
 SingleInputForm::SingleInputForm(const QString& name, bool multiLine, bool touchOnClick)
@@ -41,9 +37,7 @@ SingleInputForm::SingleInputForm(const QString& name, bool multiLine, bool touch
     txt_Input = Add<TextBox>(QStringLiteral("txt_Input"), multiLine, pan_Holder->container());
     ctl_Seperator1 = Add<ctl_Seperator>(QStringLiteral("ctl_Seperator1"), pan_Holder->container());
 
-    ctl_Sidebar = Add<ctl_CmdBar>(QStringLiteral("ctl_Sidebar"));
-    AddDialogCommands(*ctl_Sidebar);
-    ctl_Sidebar->Key = [this](const QString& key) { ctl_Sidebar_Key(key); };
+    ctl_Sidebar = addAnswerBar();
 
     but_DefText = AddDefaultTextButton(*this, *ctl_Sidebar);
     but_DefText->Click = [this] {
@@ -105,22 +99,10 @@ void SingleInputForm::arrange()
     });
 }
 
-void SingleInputForm::ctl_Sidebar_Key(const QString& key)
+void SingleInputForm::acceptAnswer()
 {
-    switch (CommandOf(key)) {
-    case Command::Ok:
-        context().Texts.InputText = us(txt_Input->Text());
-        answer(ResultOk);
-        break;
-    case Command::Abort:
-        answer(ResultAbort);
-        break;
-    case Command::Help:
-        answer(ResultHelp);
-        break;
-    case Command::Other:
-        break;
-    }
+    context().Texts.InputText = us(txt_Input->Text());
+    answer(ResultOk);
 }
 
 // Return in the multi-line box breaks the line; Ctrl+Return still answers OK.

@@ -29,11 +29,11 @@ class SingleInputForm : public PromptForm {
   protected:
     SingleInputForm(const QString& name, bool multiLine, bool touchOnClick);
     void Form_Load() override;
+    void acceptAnswer() override;
 
   private:
     void arrange();
     void showDefault();
-    void ctl_Sidebar_Key(const QString& key);
     void txt_Input_KeyDown(int& keyCode, int shift);
 
     bool m_multiLine;

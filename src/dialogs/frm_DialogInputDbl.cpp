@@ -25,11 +25,6 @@ constexpr int kGap = 12;
 constexpr int kLineHeight = 26;
 constexpr int kPromptCap = 160; // per prompt, so that both boxes stay on the screen
 
-int px(int pixels)
-{
-    return ToTwips(pixels);
-}
-
 // A text that is no pair stands as the first of the two.
 std::pair<std::string, std::string> unpack(const std::string& packed)
 {
@@ -65,9 +60,7 @@ frm_DialogInputDbl::frm_DialogInputDbl()
     txt_InputB = Add<TextBox>(QStringLiteral("txt_InputB"), false, ctl_Pannel1->container());
     ctl_Seperator2 = Add<ctl_Seperator>(QStringLiteral("ctl_Seperator2"), pan_Holder->container());
 
-    ctl_Sidebar = Add<ctl_CmdBar>(QStringLiteral("ctl_Sidebar"));
-    AddDialogCommands(*ctl_Sidebar);
-    ctl_Sidebar->Key = [this](const QString& key) { ctl_Sidebar_Key(key); };
+    ctl_Sidebar = addAnswerBar();
 
     but_DefText = AddDefaultTextButton(*this, *ctl_Sidebar);
     but_DefText->Click = [this] {
@@ -144,33 +137,20 @@ void frm_DialogInputDbl::arrange()
     });
 }
 
-void frm_DialogInputDbl::ctl_Sidebar_Key(const QString& key)
+void frm_DialogInputDbl::acceptAnswer()
 {
-    switch (CommandOf(key)) {
-    case Command::Ok: {
-        DialogContext& ctx = context();
-        Resume([&] {
-            ctx.Texts.InputText =
-                GetCoreDevText().Pairs().Pack(us(txt_InputA->Text()), us(txt_InputB->Text()));
-        });
-        answer(ResultOk);
-        break;
-    }
-    case Command::Abort:
-        answer(ResultAbort);
-        break;
-    case Command::Help:
-        answer(ResultHelp);
-        break;
-    case Command::Other:
-        break;
-    }
+    DialogContext& ctx = context();
+    Resume([&] {
+        ctx.Texts.InputText =
+            GetCoreDevText().Pairs().Pack(us(txt_InputA->Text()), us(txt_InputB->Text()));
+    });
+    answer(ResultOk);
 }
 
 void frm_DialogInputDbl::but_Return_Click()
 {
     if (m_inSecond)
-        ctl_Sidebar_Key(QStringLiteral("OK"));
+        acceptAnswer();
     else
         Resume([&] { txt_InputB->SetFocus(); });
 }

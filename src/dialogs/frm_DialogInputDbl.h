@@ -35,11 +35,11 @@ class frm_DialogInputDbl : public PromptForm {
 
   protected:
     void Form_Load() override;
+    void acceptAnswer() override;
 
   private:
     void arrange();
     void showDefaults();
-    void ctl_Sidebar_Key(const QString& key);
     void but_Return_Click();
 
     bool m_inSecond = false; ///< true while txt_InputB holds the focus

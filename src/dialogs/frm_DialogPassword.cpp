@@ -26,11 +26,6 @@ constexpr int kRowGap = 8;
 constexpr int kCaptionWidth = 150;
 constexpr int kPromptCap = 240;
 
-int px(int pixels)
-{
-    return ToTwips(pixels);
-}
-
 void selectAll(TextBox& box)
 {
     Resume([&] { GetCoreDevControls().TextBoxes().SelectAll(box); });
@@ -76,9 +71,7 @@ frm_DialogPassword::frm_DialogPassword()
     };
     txt_New->Change = [this] { txt_New_Change(); };
 
-    ctl_Sidebar = Add<ctl_CmdBar>(QStringLiteral("ctl_Sidebar"));
-    AddDialogCommands(*ctl_Sidebar);
-    ctl_Sidebar->Key = [this](const QString& key) { ctl_Sidebar_Key(key); };
+    ctl_Sidebar = addAnswerBar();
     arrange();
 }
 
@@ -124,24 +117,7 @@ void frm_DialogPassword::arrange()
     });
 }
 
-void frm_DialogPassword::ctl_Sidebar_Key(const QString& key)
-{
-    switch (CommandOf(key)) {
-    case Command::Ok:
-        confirm();
-        break;
-    case Command::Abort:
-        answer(ResultAbort);
-        break;
-    case Command::Help:
-        answer(ResultHelp);
-        break;
-    case Command::Other:
-        break;
-    }
-}
-
-void frm_DialogPassword::confirm()
+void frm_DialogPassword::acceptAnswer()
 {
     DialogContext& ctx = context();
     if (txt_Old->Text() != qs(ctx.Texts.OldValue)) {

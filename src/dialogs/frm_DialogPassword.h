@@ -32,11 +32,10 @@ class frm_DialogPassword : public PromptForm {
 
   protected:
     void Form_Load() override;
+    void acceptAnswer() override;
 
   private:
     void arrange();
-    void ctl_Sidebar_Key(const QString& key);
-    void confirm();
     void txt_New_Change();
 
     bool m_inNewTouch = false;

@@ -25,10 +25,6 @@ constexpr int kGap = 10;
 constexpr int kBarHeight = 20;
 constexpr int kPromptCap = 240;
 
-int px(int pixels)
-{
-    return ToTwips(pixels);
-}
 } // namespace
 
 frm_DialogProcess::frm_DialogProcess()

@@ -81,41 +81,34 @@ class TreeViewTest : public ::testing::Test {
     QImage picture(const char* key) { return form.img->Picture(QString(key)); }
 };
 
-TEST_F(TreeViewTest, ClickingANodeSelectsItAndReportsItOnce)
+TEST_F(TreeViewTest, ClicksAndArrowKeysSelectAndReportEachNodeOnce)
 {
     ClickNode(*form.tvw, *b);
-    EXPECT_EQ(events, std::vector<std::string>{"click:b"});
-    EXPECT_EQ(form.tvw->SelectedItem(), b);
-    EXPECT_TRUE(b->Selected());
-}
-
-TEST_F(TreeViewTest, ArrowKeysMoveTheSelectionAndReportEachNode)
-{
-    ClickNode(*form.tvw, *a);
-    PressKey(form, Qt::Key_Down);
-    EXPECT_EQ(events, (std::vector<std::string>{"click:a", "click:b"}));
-    form.tvw->SetSelectedItem(a); // code moves the selection without a report
+    PressKey(form, Qt::Key_Up);
+    EXPECT_EQ(events, (std::vector<std::string>{"click:b", "click:a"}));
+    EXPECT_EQ(form.tvw->SelectedItem(), a);
+    EXPECT_TRUE(a->Selected());
+    EXPECT_FALSE(b->Selected());
+    form.tvw->SetSelectedItem(b); // code moves the selection without a report
     EXPECT_EQ(events.size(), 2u);
 }
 
-TEST_F(TreeViewTest, EveryWayOfExpandingShowsTheChildrenAndTheOpenPicture)
+TEST_F(TreeViewTest, EveryWayOfExpandingShowsTheOpenPictureAndLeftCollapses)
 {
     struct Way {
         const char* name;
         std::function<void(TreeForm&, TreeNode&)> act;
     };
+    const auto clickThen = [](Qt::Key key) {
+        return [key](TreeForm& f, TreeNode& n) {
+            ClickNode(*f.tvw, n);
+            PressKey(f, key);
+        };
+    };
     const std::vector<Way> ways{
         {"expander", [](TreeForm& f, TreeNode& n) { ClickExpander(*f.tvw, n); }},
-        {"right key",
-         [](TreeForm& f, TreeNode& n) {
-             ClickNode(*f.tvw, n);
-             PressKey(f, Qt::Key_Right);
-         }},
-        {"plus key",
-         [](TreeForm& f, TreeNode& n) {
-             ClickNode(*f.tvw, n);
-             PressKey(f, Qt::Key_Plus);
-         }},
+        {"right key", clickThen(Qt::Key_Right)},
+        {"plus key", clickThen(Qt::Key_Plus)},
         {"double click", [](TreeForm& f, TreeNode& n) { DoubleClickNode(*f.tvw, n); }},
     };
     for (const Way& way : ways) {
@@ -130,11 +123,7 @@ TEST_F(TreeViewTest, EveryWayOfExpandingShowsTheChildrenAndTheOpenPicture)
         EXPECT_EQ(shown(*a), picture("open")) << way.name;
     }
     EXPECT_EQ(std::count(events.begin(), events.end(), "dblclick"), 1);
-}
 
-TEST_F(TreeViewTest, LeftKeyCollapsesAndTheClosedPictureReturns)
-{
-    ClickExpander(*form.tvw, *a);
     ClickNode(*form.tvw, *a);
     events.clear();
     PressKey(form, Qt::Key_Left);

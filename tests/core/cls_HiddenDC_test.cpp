@@ -17,7 +17,7 @@ QImage filled(int width, int height, QColor colour)
     return image;
 }
 
-TEST(HiddenSurface, WidthAndHeightOnlyEverGrow)
+TEST(HiddenSurface, WidthAndHeightOnlyEverGrowUntilFreed)
 {
     cls_HiddenDC dc;
     dc.Create(200, 50);
@@ -31,6 +31,14 @@ TEST(HiddenSurface, WidthAndHeightOnlyEverGrow)
     EXPECT_EQ(dc.hDC()->size(), QSize(300, 50));
     dc.Create(20, 10); // Create sets exactly
     EXPECT_EQ(dc.hDC()->size(), QSize(20, 10));
+
+    dc.Free();
+    dc.Free(); // freeing twice is harmless
+    EXPECT_EQ(dc.Width(), 0);
+    EXPECT_EQ(dc.hDC(), nullptr);
+    dc.SetWidth(8); // grows again from nothing
+    dc.SetHeight(4);
+    EXPECT_EQ(dc.hDC()->size(), QSize(8, 4));
 }
 
 TEST(HiddenSurface, PictureGrowsTheSurfaceAndASmallerOneLeavesTheRest)
@@ -45,20 +53,6 @@ TEST(HiddenSurface, PictureGrowsTheSurfaceAndASmallerOneLeavesTheRest)
     EXPECT_EQ(dc.Width(), 40);
     EXPECT_EQ(dc.hDC()->pixelColor(9, 9), QColor(Qt::blue));
     EXPECT_EQ(dc.hDC()->pixelColor(10, 10), QColor(Qt::red));
-}
-
-TEST(HiddenSurface, FreeingTwiceIsHarmless)
-{
-    cls_HiddenDC dc;
-    dc.Create(16, 16);
-    dc.Free();
-    dc.Free();
-    EXPECT_EQ(dc.Width(), 0);
-    EXPECT_EQ(dc.Height(), 0);
-    EXPECT_EQ(dc.hDC(), nullptr);
-    dc.SetWidth(8); // grows again from nothing
-    dc.SetHeight(4);
-    EXPECT_EQ(dc.hDC()->size(), QSize(8, 4));
 }
 
 } // namespace

@@ -4,7 +4,6 @@
 #include "controls/ctl_Button.h"
 #include "controls/ctl_Palette.h"
 #include "controls/ctl_Pannel.h"
-#include "host/mdl_CoreDevWrapper.h"
 #include "testing/TestHost.h"
 
 #include <QTest>
@@ -20,7 +19,7 @@ const char* const kKey = "Software\\Test\\Palettes";
 
 class PaletteTest : public ::testing::Test {
   protected:
-    PaletteTest() : m_scope(host)
+    PaletteTest()
     {
         palette = form.Add<ctl_Palette>(QStringLiteral("ctl_Pal"));
         // Four swatches of 20 pixels with 4 between them fit in a row; set by
@@ -45,8 +44,7 @@ class PaletteTest : public ::testing::Test {
     void press(int button) { fw::testing::Click(*buttons[std::size_t(button)]); }
     enum { Load, Save, New, Add, Remove };
 
-    std::shared_ptr<fw::testing::TestHost> host = std::make_shared<fw::testing::TestHost>();
-    fw::ScopedCoreDev m_scope;
+    fw::testing::ScopedTestHost host;
     ControlsTestForm form;
     ctl_Palette* palette = nullptr;
     fw::ctl_Pannel* shown = nullptr;

@@ -1,47 +1,13 @@
 // The input forms through the `formwerk` command: options and request arrays
 // in, the typed texts out as JSON.
-#include "cli/Options.h"
+#include "CliRun.h"
 
 #include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QProcess>
-#include <QProcessEnvironment>
-#include <gtest/gtest.h>
 
 namespace {
 
-struct Finished {
-    int code = -1;
-    QJsonObject json;
-    QString err;
-};
-
-// The built program on the offscreen platform, answered by scripted keys.
-Finished answer(const QStringList& args, const QString& keys, const QByteArray& input = {})
-{
-    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-    env.remove("DISPLAY");
-    env.remove("WAYLAND_DISPLAY");
-    env.insert("QT_QPA_PLATFORM", "offscreen");
-    env.insert("FORMWERK_SCRIPT_KEYS", keys);
-    QProcess process;
-    process.setProcessEnvironment(env);
-    process.start(QStringLiteral(FORMWERK_CLI_PATH), args);
-    EXPECT_TRUE(process.waitForStarted(10000));
-    if (!input.isEmpty())
-        process.write(input);
-    process.closeWriteChannel();
-    if (!process.waitForFinished(30000)) {
-        process.kill();
-        process.waitForFinished();
-        ADD_FAILURE() << "formwerk did not end; the dialog stayed open";
-    }
-    const QByteArray out = process.readAllStandardOutput();
-    EXPECT_EQ(out.count('\n'), 1) << out.toStdString();
-    return {process.exitCode(), QJsonDocument::fromJson(out).object(),
-            QString::fromUtf8(process.readAllStandardError())};
-}
+using fw::testing::answerProgram;
+using fw::testing::Ran;
 
 TEST(CliInput, TypedTextComesBackAsInputText)
 {
@@ -71,8 +37,9 @@ TEST(CliInput, TypedTextComesBackAsInputText)
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
-        const Finished f = answer(row.args, QString::fromUtf8(row.keys));
-        EXPECT_EQ(f.json, row.expected) << f.err.toStdString();
+        const Ran f = answerProgram(row.args, QString::fromUtf8(row.keys));
+        EXPECT_EQ(f.json(), row.expected) << f.err.toStdString();
+        EXPECT_EQ(f.out.count('\n'), 1) << f.out.toStdString();
         EXPECT_EQ(f.code, row.expected.value("Result").toInt());
     }
 }
@@ -80,34 +47,17 @@ TEST(CliInput, TypedTextComesBackAsInputText)
 TEST(CliInput, TheTwoFieldFormTakesAndGivesTwoTexts)
 {
     const QJsonArray pair{"A:1", "ü|2"};
-    const Finished options = answer({"frm_DialogInputDbl", "--default2", "ü|2", "--default", "A:1",
-                                     "--text", "Eins", "--text2", "Zwei"},
-                                    "Return Return");
-    EXPECT_EQ(options.json, (QJsonObject{{"Result", 1}, {"InputText", pair}}))
+    const Ran options = answerProgram({"frm_DialogInputDbl", "--default2", "ü|2", "--default",
+                                       "A:1", "--text", "Eins", "--text2", "Zwei"},
+                                      "Return Return");
+    EXPECT_EQ(options.json(), (QJsonObject{{"Result", 1}, {"InputText", pair}}))
         << options.err.toStdString();
 
-    const Finished request = answer({"frm_DialogInputDbl", "--request", "-"}, "Return Return",
-                                    R"({"Texts":{"DefaultText":["A:1","ü|2"],
+    const Ran request = answerProgram({"frm_DialogInputDbl", "--request", "-"}, "Return Return",
+                                      R"({"Texts":{"DefaultText":["A:1","ü|2"],
                                         "Description":["Eins","Zwei"]}})");
-    EXPECT_EQ(request.json, (QJsonObject{{"Result", 1}, {"InputText", pair}}))
+    EXPECT_EQ(request.json(), (QJsonObject{{"Result", 1}, {"InputText", pair}}))
         << request.err.toStdString();
-}
-
-TEST(CliInput, PairOptionsFillTheirHalfInAnyOrder)
-{
-    using fw::cli::Parse;
-    const auto defaults = [](const QStringList& args) {
-        const auto parsed = Parse(args);
-        EXPECT_TRUE(parsed.error.isEmpty()) << parsed.error.toStdString();
-        return parsed.invocation.members.empty() ? QJsonValue()
-                                                 : parsed.invocation.members.back().second;
-    };
-    EXPECT_EQ(defaults({"frm_DialogInputDbl", "--default2", "B", "--default", "A"}),
-              QJsonValue(QJsonArray{"A", "B"}));
-    EXPECT_EQ(defaults({"frm_DialogInputDbl", "--default", "A", "--default2", "B"}),
-              QJsonValue(QJsonArray{"A", "B"}));
-    EXPECT_EQ(defaults({"frm_DialogInput", "--default", "A"}), QJsonValue("A"));
-    EXPECT_EQ(defaults({"frm_DialogInput", "--password"}), QJsonValue(true));
 }
 
 } // namespace

@@ -1,6 +1,6 @@
 // The command's logic in this process: what it hands the dialog, what it
 // prints, and how it refuses bad input without showing anything.
-#include "cli/Cli.h"
+#include "CliRun.h"
 #include "core/HasContext.h"
 #include "forms/testing/ModalDriver.h"
 #include "forms/testing/UserInput.h"
@@ -19,19 +19,11 @@ namespace {
 using fw::Form;
 using fw::testing::ModalDriver;
 
-struct Outcome {
-    int code = -1;
-    QString out;
-    QString err;
-};
+using Outcome = fw::testing::Ran;
 
 Outcome run(const QStringList& args)
 {
-    Outcome outcome;
-    QTextStream out(&outcome.out);
-    QTextStream err(&outcome.err);
-    outcome.code = fw::cli::Run(args, out, err);
-    return outcome;
+    return fw::testing::runInProcess(args);
 }
 
 fw::DialogContext& contextOf(Form& form)
@@ -143,13 +135,6 @@ TEST_F(CliTest, ScreenshotSavesThePaintedDialogWithoutAnAnswer)
     EXPECT_TRUE(m_driver.Seen().empty()) << "a screenshot must not run the dialog modally";
 }
 
-TEST_F(CliTest, ScreenshotToAnUnwritablePlaceFails)
-{
-    const Outcome o = run({"frm_DialogMessage", "--screenshot", m_dir.filePath("no/such/x.png")});
-    EXPECT_EQ(o.code, 73);
-    EXPECT_TRUE(o.err.startsWith("formwerk: cannot write screenshot")) << o.err.toStdString();
-}
-
 TEST_F(CliTest, ListAndHelpNeedNoDialogName)
 {
     const Outcome list = run({"--list"});
@@ -172,74 +157,35 @@ TEST_F(CliTest, BadInputIsRefusedWithOneLineAndNoDialog)
     const QString array = writeFile("array.json", R"([1, 2])");
     const QString list = writeFile("list.json", R"({"Items": {"ItemList": ["a", 2]}})");
 
-    struct Row {
-        const char* name;
-        QStringList args;
+    const QString msg = "frm_DialogMessage";
+    const struct Row {
         int code;
-        QString message;
-    };
-    const Row rows[] = {
-        {"unknown option",
-         {"frm_DialogMessage", "--colour", "red"},
-         64,
-         "unknown option '--colour'"},
-        {"missing value", {"frm_DialogMessage", "--title"}, 64, "--title needs a value"},
-        {"switch with value", {"--list=yes"}, 64, "--list takes no value"},
-        {"flags not a number",
-         {"frm_DialogMessage", "--flags", "vier"},
-         64,
-         "--flags needs an integer, not 'vier'"},
-        {"flags with a fraction",
-         {"frm_DialogMessage", "--flags", "1.5"},
-         64,
-         "--flags needs an integer, not '1.5'"},
-        {"flags in octal",
-         {"frm_DialogMessage", "--flags", "0o4"},
-         64,
-         "--flags needs an integer, not '0o4'"},
-        {"language unknown",
-         {"frm_DialogMessage", "--language", "fr"},
-         64,
-         "--language takes de or en"},
-        {"no dialog name", {"--flags", "4"}, 64, "which dialog?"},
-        {"two dialog names", {"frm_DialogMessage", "frm_DialogInput"}, 64, "one dialog at a time"},
-        {"name in other case", {"frm_dialogmessage"}, 64, "unknown dialog 'frm_dialogmessage'"},
-        {"name not in the library", {"frm_DialogKeyboard"}, 64, "unknown dialog"},
-        {"request not JSON",
-         {"frm_DialogMessage", "--request", badJson},
-         65,
-         "request: not valid JSON"},
-        {"member of wrong type",
-         {"frm_DialogMessage", "--request", wrongType},
-         65,
-         "request: Request.Flags must be an integer"},
-        {"fraction for an integer",
-         {"frm_DialogMessage", "--request", fraction},
-         65,
-         "request: Request.Flags must be an integer"},
-        {"unknown member",
-         {"frm_DialogMessage", "--request", unknown},
-         65,
-         "request: unknown member Request.Colour"},
-        {"unknown record",
-         {"frm_DialogMessage", "--request", record},
-         65,
-         "request: unknown member Dialog"},
-        {"not an object",
-         {"frm_DialogMessage", "--request", array},
-         65,
-         "request: the top level must be a JSON object"},
-        {"list with a number",
-         {"frm_DialogMessage", "--request", list},
-         65,
-         "request: Items.ItemList must be an array of strings"},
-        {"request file missing",
-         {"frm_DialogMessage", "--request", m_dir.filePath("none.json")},
-         66,
-         "cannot read request file"},
+        const char* message;
+        QStringList args;
+    } rows[] = {
+        {64, "unknown option '--colour'", {msg, "--colour", "red"}},
+        {64, "--title needs a value", {msg, "--title"}},
+        {64, "--list takes no value", {"--list=yes"}},
+        {64, "--flags needs an integer, not 'vier'", {msg, "--flags", "vier"}},
+        {64, "--flags needs an integer, not '1.5'", {msg, "--flags", "1.5"}},
+        {64, "--flags needs an integer, not '0o4'", {msg, "--flags", "0o4"}},
+        {64, "--language takes de or en", {msg, "--language", "fr"}},
+        {64, "which dialog?", {"--flags", "4"}},
+        {64, "one dialog at a time", {msg, "frm_DialogInput"}},
+        {64, "unknown dialog 'frm_dialogmessage'", {"frm_dialogmessage"}},
+        {64, "unknown dialog", {"frm_DialogKeyboard"}}, // not in the library
+        {65, "request: not valid JSON", {msg, "--request", badJson}},
+        {65, "request: Request.Flags must be an integer", {msg, "--request", wrongType}},
+        {65, "request: Request.Flags must be an integer", {msg, "--request", fraction}},
+        {65, "request: unknown member Request.Colour", {msg, "--request", unknown}},
+        {65, "request: unknown member Dialog", {msg, "--request", record}},
+        {65, "request: the top level must be a JSON object", {msg, "--request", array}},
+        {65, "request: Items.ItemList must be an array of strings", {msg, "--request", list}},
+        {66, "cannot read request file", {msg, "--request", m_dir.filePath("none.json")}},
+        {73, "cannot write screenshot", {msg, "--screenshot", m_dir.filePath("no/such/x.png")}},
     };
     for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
+        SCOPED_TRACE(row.args.join(' ').toStdString());
         // Should a message box open after all, close it so that the test ends.
         bool sawModal = false;
         QTimer watchdog;

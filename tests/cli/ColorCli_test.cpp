@@ -1,37 +1,17 @@
 // The colour picker through the `formwerk` program: a start colour on the
 // command line, keys typed by a script, the chosen colour printed.
+#include "CliRun.h"
+
 #include <QImage>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QProcess>
 #include <QTemporaryDir>
-#include <gtest/gtest.h>
 
 namespace {
 
-struct Finished {
-    int code = -1;
-    QJsonObject answer;
-    QString err;
-};
+using fw::testing::Ran;
 
-Finished runColour(const QStringList& args, const QString& keys = {})
+Ran runColour(const QStringList& args, const QString& keys = {})
 {
-    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-    env.remove("DISPLAY");
-    env.remove("WAYLAND_DISPLAY");
-    env.insert("QT_QPA_PLATFORM", "offscreen");
-    env.insert("FORMWERK_SCRIPT_KEYS", keys);
-    QProcess process;
-    process.setProcessEnvironment(env);
-    process.start(QStringLiteral(FORMWERK_CLI_PATH), QStringList{"frm_DialogColor"} + args);
-    if (!process.waitForFinished(30000)) {
-        process.kill();
-        process.waitForFinished();
-        ADD_FAILURE() << "formwerk did not end; the dialog stayed open";
-    }
-    return {process.exitCode(), QJsonDocument::fromJson(process.readAllStandardOutput()).object(),
-            QString::fromUtf8(process.readAllStandardError())};
+    return fw::testing::answerProgram(QStringList{"frm_DialogColor"} + args, keys);
 }
 
 TEST(ColorCli, TheChosenColourComesBackAsNumberAndHexWhateverTheAnswer)
@@ -56,9 +36,9 @@ TEST(ColorCli, TheChosenColourComesBackAsNumberAndHexWhateverTheAnswer)
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.keys);
-        const Finished f = runColour(row.args, QString::fromLatin1(row.keys));
+        const Ran f = runColour(row.args, QString::fromLatin1(row.keys));
         EXPECT_EQ(f.code, row.result) << f.err.toStdString();
-        EXPECT_EQ(f.answer, QJsonObject({{"Result", row.result},
+        EXPECT_EQ(f.json(), QJsonObject({{"Result", row.result},
                                          {"Color", row.colour},
                                          {"ColorHex", QString::fromLatin1(row.hex)}}));
     }
@@ -68,9 +48,9 @@ TEST(ColorCli, AColourThatIsNoneIsAUsageError)
 {
     for (const char* bad : {"red", "#12345", "#1234567", "#GG0000", "16777216", "-1", ""}) {
         SCOPED_TRACE(bad);
-        const Finished f = runColour({"--color", bad}, "Return");
+        const Ran f = runColour({"--color", bad}, "Return");
         EXPECT_EQ(f.code, 64);
-        EXPECT_TRUE(f.answer.isEmpty());
+        EXPECT_TRUE(f.json().isEmpty());
         EXPECT_TRUE(f.err.contains(QStringLiteral("formwerk: --color takes #RRGGBB or a number "
                                                   "from 0 to 16777215 (red + 256 green + 65536 "
                                                   "blue), not '%1'\n")
@@ -83,9 +63,9 @@ TEST(ColorCli, AScreenshotNeedsNoAnswer)
 {
     QTemporaryDir dir;
     const QString png = dir.filePath("colour.png");
-    const Finished f = runColour({"--color", "#2060C0", "--screenshot", png});
+    const Ran f = runColour({"--color", "#2060C0", "--screenshot", png});
     EXPECT_EQ(f.code, 0) << f.err.toStdString();
-    EXPECT_TRUE(f.answer.isEmpty());
+    EXPECT_TRUE(f.json().isEmpty());
     EXPECT_GT(QImage(png).width(), 400);
 }
 

@@ -1,6 +1,6 @@
 // formwerk frm_InternetFTPConsole --ftp HOST[:PORT]: a console on a real
 // server, and the command lines it refuses.
-#include "cli/Cli.h"
+#include "CliRun.h"
 #include "controls/ctl_Console.h"
 #include "forms/testing/ModalDriver.h"
 #include "forms/testing/UserInput.h"
@@ -13,13 +13,6 @@ namespace {
 
 using namespace fw::testing;
 
-int run(const QStringList& args, QString& out, QString& err)
-{
-    QTextStream outStream(&out);
-    QTextStream errStream(&err);
-    return fw::cli::Run(args, outStream, errStream);
-}
-
 TEST(FtpConsoleCli, AServerOptionThatIsMissingOrBadIsAUsageError)
 {
     const QStringList bad[] = {{},
@@ -30,11 +23,10 @@ TEST(FtpConsoleCli, AServerOptionThatIsMissingOrBadIsAUsageError)
     ModalDriver driver; // should a window open, it must not wait for a person
     for (const QStringList& options : bad) {
         driver.OnNextModal(CloseWindow);
-        QString out, err;
-        EXPECT_EQ(run(QStringList{"frm_InternetFTPConsole"} + options, out, err), 64)
-            << options.join(' ').toStdString();
-        EXPECT_TRUE(err.startsWith("formwerk: ")) << err.toStdString();
-        EXPECT_EQ(out, "");
+        const Ran ran = runInProcess(QStringList{"frm_InternetFTPConsole"} + options);
+        EXPECT_EQ(ran.code, 64) << options.join(' ').toStdString();
+        EXPECT_TRUE(ran.err.startsWith("formwerk: ")) << ran.err.toStdString();
+        EXPECT_EQ(ran.out, "");
     }
 }
 
@@ -53,10 +45,10 @@ TEST(FtpConsoleCli, TheConsoleTalksToTheServerUntilTheWindowIsClosed)
         shown = terminal->Output();
         CloseWindow(form);
     });
-    QString out, err;
     const QString where = QStringLiteral("localhost:%1").arg(server.Port());
-    EXPECT_EQ(run({"frm_InternetFTPConsole", "--ftp", where}, out, err), 0) << err.toStdString();
-    EXPECT_EQ(out, "{\"Result\":0}\n");
+    const Ran ran = runInProcess({"frm_InternetFTPConsole", "--ftp", where});
+    EXPECT_EQ(ran.code, 0) << ran.err.toStdString();
+    EXPECT_EQ(ran.out, "{\"Result\":0}\n");
     EXPECT_TRUE(shown.contains("> NOOP\n200 ")) << shown.toStdString();
 }
 

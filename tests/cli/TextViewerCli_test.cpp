@@ -1,6 +1,6 @@
 // The command's options for the text viewer: its header's second line and a
 // long text from a file.
-#include "cli/Cli.h"
+#include "CliRun.h"
 #include "controls/ctl_CmdBar.h"
 #include "core/HasContext.h"
 #include "dialogs/frm_DialogText.h"
@@ -15,12 +15,8 @@
 
 namespace {
 
-int run(const QStringList& args, QString& out, QString& err)
-{
-    QTextStream outStream(&out);
-    QTextStream errStream(&err);
-    return fw::cli::Run(args, outStream, errStream);
-}
+using fw::testing::Ran;
+using fw::testing::runInProcess;
 
 TEST(TextViewerCli, SubtitleAndTextFileReachTheViewer)
 {
@@ -38,12 +34,10 @@ TEST(TextViewerCli, SubtitleAndTextFileReachTheViewer)
         seen = dynamic_cast<fw::HasContext&>(form).context();
         dynamic_cast<fw::frm_DialogText&>(form).bar_Sidebar->Press("OK");
     });
-    QString out, err;
-    const int code = run({"frm_DialogText", "--title", "Protokoll", "--subtitle", "Letzter Lauf",
-                          "--text-file", path},
-                         out, err);
-    EXPECT_EQ(code, 1) << err.toStdString();
-    EXPECT_EQ(out, "{\"Result\":1}\n");
+    const Ran ran = runInProcess({"frm_DialogText", "--title", "Protokoll", "--subtitle",
+                                  "Letzter Lauf", "--text-file", path});
+    EXPECT_EQ(ran.code, 1) << ran.err.toStdString();
+    EXPECT_EQ(ran.out, "{\"Result\":1}\n");
     EXPECT_EQ(seen.Request.Subtitle, "Letzter Lauf");
     EXPECT_EQ(seen.Texts.Description, "Grüße 😀\nשלום\n");
 }
@@ -53,13 +47,12 @@ TEST(TextViewerCli, UnreadableTextFileEndsWithOneLineAndNoWindow)
     QTemporaryDir dir;
     fw::testing::ModalDriver driver;
     for (const QString& path : {dir.filePath("missing.txt"), dir.path()}) {
-        QString out, err;
-        const int code = run({"frm_DialogText", "--text-file", path}, out, err);
-        EXPECT_EQ(code, 66);
-        EXPECT_EQ(out, "");
-        EXPECT_TRUE(err.startsWith("formwerk: cannot read text file '" + path + "'"))
-            << err.toStdString();
-        EXPECT_EQ(err.count('\n'), 1);
+        const Ran ran = runInProcess({"frm_DialogText", "--text-file", path});
+        EXPECT_EQ(ran.code, 66);
+        EXPECT_EQ(ran.out, "");
+        EXPECT_TRUE(ran.err.startsWith("formwerk: cannot read text file '" + path + "'"))
+            << ran.err.toStdString();
+        EXPECT_EQ(ran.err.count('\n'), 1);
     }
     EXPECT_TRUE(driver.Seen().empty());
 }

@@ -1,69 +1,48 @@
 // formwerk frm_DialogXMLInspector --xml FILE: the file is checked before any
 // window; a good one is shown and answered with OK.
-#include "cli/Cli.h"
+#include "CliRun.h"
 #include "forms/testing/ModalDriver.h"
+#include "forms/testing/UserInput.h"
 
 #include <QFile>
 #include <QImage>
-#include <QProcess>
 #include <QTemporaryDir>
-#include <gtest/gtest.h>
 
 namespace {
 
-QString writeFile(const QTemporaryDir& dir, const QString& name, const QByteArray& data)
-{
-    QFile file(dir.filePath(name));
-    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(data);
-    return file.fileName();
-}
+using namespace fw::testing;
 
-// The program in its own process, offscreen, with keys typed into the dialog.
-int start(const QStringList& args, const QString& keys, QByteArray& out)
-{
-    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-    env.remove("DISPLAY");
-    env.remove("WAYLAND_DISPLAY");
-    env.insert("QT_QPA_PLATFORM", "offscreen");
-    env.insert("FORMWERK_SCRIPT_KEYS", keys);
-    QProcess process;
-    process.setProcessEnvironment(env);
-    process.start(QStringLiteral(FORMWERK_CLI_PATH), args);
-    if (!process.waitForFinished(30000)) {
-        process.kill();
-        process.waitForFinished();
-        ADD_FAILURE() << "formwerk did not end";
+class XmlInspectorCli : public ::testing::Test {
+  protected:
+    QString writeFile(const QString& name, const QByteArray& data)
+    {
+        QFile file(dir.filePath(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(data);
+        return file.fileName();
     }
-    out = process.readAllStandardOutput();
-    return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
-}
-
-TEST(XmlInspectorCli, OkAnswersResultOne)
-{
     QTemporaryDir dir;
-    const QString xml = writeFile(dir, "a.xml", "<liste><eintrag n='1'/></liste>");
-    QByteArray out;
-    EXPECT_EQ(start({"frm_DialogXMLInspector", "--xml", xml}, "Return", out), 1);
-    EXPECT_EQ(out, "{\"Result\":1}\n");
-}
+    ModalDriver driver;
+};
 
-TEST(XmlInspectorCli, ScreenshotShowsTheTree)
+TEST_F(XmlInspectorCli, ReturnAnswersOkAndAScreenshotShowsTheTree)
 {
-    QTemporaryDir dir;
-    const QString xml = writeFile(dir, "a.xml", "<liste><eintrag n='1'/></liste>");
+    const QString xml = writeFile("a.xml", "<liste><eintrag n='1'/></liste>");
+    driver.OnNextModal([](fw::Form& form) { PressKey(form, Qt::Key_Return); });
+    Ran ran = runInProcess({"frm_DialogXMLInspector", "--xml", xml});
+    EXPECT_EQ(ran.code, 1) << ran.err.toStdString();
+    EXPECT_EQ(ran.out, "{\"Result\":1}\n");
+
     const QString png = dir.filePath("x.png");
-    QByteArray out;
-    EXPECT_EQ(start({"frm_DialogXMLInspector", "--xml", xml, "--screenshot", png}, "", out), 0);
-    const QImage image(png);
-    ASSERT_FALSE(image.isNull());
-    EXPECT_GT(image.width(), 300);
+    ran = runInProcess({"frm_DialogXMLInspector", "--xml", xml, "--screenshot", png});
+    EXPECT_EQ(ran.code, 0) << ran.err.toStdString();
+    EXPECT_GT(QImage(png).width(), 300);
+    EXPECT_EQ(driver.Seen().size(), 1u) << "a screenshot runs no dialog";
 }
 
-TEST(XmlInspectorCli, BadFilesEndTheRunBeforeAnyWindow)
+TEST_F(XmlInspectorCli, BadFilesEndTheRunBeforeAnyWindow)
 {
-    QTemporaryDir dir;
-    const QString broken = writeFile(dir, "kaputt.xml", "<a>\n  <b>\n</a>\n");
+    const QString broken = writeFile("kaputt.xml", "<a>\n  <b>\n</a>\n");
     const QString missing = dir.filePath("fehlt.xml");
     struct Case {
         QStringList args;
@@ -75,16 +54,12 @@ TEST(XmlInspectorCli, BadFilesEndTheRunBeforeAnyWindow)
         {{"--xml", missing}, 66, "formwerk: cannot read XML file '" + missing + "'"},
         {{}, 64, "formwerk: frm_DialogXMLInspector needs --xml FILE"},
     };
-    fw::testing::ModalDriver driver;
     for (const Case& c : cases) {
-        QString out, err;
-        QTextStream outStream(&out), errStream(&err);
-        const int code =
-            fw::cli::Run(QStringList{"frm_DialogXMLInspector"} + c.args, outStream, errStream);
-        EXPECT_EQ(code, c.code) << err.toStdString();
-        EXPECT_TRUE(err.startsWith(c.errStart)) << err.toStdString();
-        EXPECT_EQ(err.count('\n'), 1);
-        EXPECT_EQ(out, "");
+        const Ran ran = runInProcess(QStringList{"frm_DialogXMLInspector"} + c.args);
+        EXPECT_EQ(ran.code, c.code) << ran.err.toStdString();
+        EXPECT_TRUE(ran.err.startsWith(c.errStart)) << ran.err.toStdString();
+        EXPECT_EQ(ran.err.count('\n'), 1);
+        EXPECT_EQ(ran.out, "");
     }
     EXPECT_TRUE(driver.Seen().empty());
 }

@@ -66,9 +66,12 @@ TEST(DesktopLanguage, EnvironmentPicksGermanOrEnglish)
     }
 }
 
-TEST(DesktopLanguage, OverrideWinsOverEnvironmentUntilCleared)
+TEST(DesktopLanguage, TheDefaultHostFollowsTheEnvironmentAndOverridesWinUntilCleared)
 {
     LocaleEnvironment env(std::map<std::string, QByteArray>{{"LANG", "de_DE.UTF-8"}});
+    auto root = fw::MakeDefaultCoreDev();
+    ASSERT_TRUE(root && root->CoreDevLanguage);
+    EXPECT_EQ(root->CoreDevLanguage->GetLanguage(), 7) << "the default host reads the same";
     fw::desktop::DesktopLanguage language;
     fw::desktop::SetLanguageOverride(9);
     EXPECT_EQ(language.GetLanguage(), 9);
@@ -77,14 +80,6 @@ TEST(DesktopLanguage, OverrideWinsOverEnvironmentUntilCleared)
     language.SetOverride(0);
     fw::desktop::SetLanguageOverride(0);
     EXPECT_EQ(language.GetLanguage(), 7);
-}
-
-TEST(DesktopLanguage, DefaultHostAnswersThroughTheLanguageService)
-{
-    LocaleEnvironment env(std::map<std::string, QByteArray>{{"LC_ALL", "de_DE"}});
-    auto root = fw::MakeDefaultCoreDev();
-    ASSERT_TRUE(root && root->CoreDevLanguage);
-    EXPECT_EQ(root->CoreDevLanguage->GetLanguage(), 7);
 }
 
 } // namespace

@@ -13,7 +13,7 @@ using namespace fw;
 
 namespace {
 
-TEST(DesktopMessages, ErrorsAndQuestionsShowTheMessageDialogWithTheirSign)
+TEST(DesktopMessages, ErrorsQuestionsAndTextsAreAskedThroughTheLibrarysDialogs)
 {
     fw::testing::ScopedTestHost host; // pictures and language for the dialog itself
     desktop::DesktopMessages messages;
@@ -34,15 +34,8 @@ TEST(DesktopMessages, ErrorsAndQuestionsShowTheMessageDialogWithTheirSign)
         fw::testing::PressKey(form, Qt::Key_Escape);
     });
     EXPECT_EQ(messages.AskQuestion("Wirklich?", "Löschen", 4), ResultNo);
-    EXPECT_EQ(driver.Pending(), 0);
-}
 
-TEST(DesktopMessages, AskTextAsksThroughTheInputDialogAndGivesNothingOnCancel)
-{
-    fw::testing::ScopedTestHost host;
-    desktop::DesktopMessages messages;
-    fw::testing::ModalDriver driver;
-
+    // Texts are asked through the input dialog; cancelling gives nothing.
     driver.OnNextModal([](Form& form) {
         EXPECT_EQ(form.Name(), QStringLiteral("frm_DialogInput"));
         fw::testing::Type(form, QStringLiteral("Herbst"));

@@ -63,7 +63,7 @@ TEST(DesktopControls, ColumnWidthsShareTheVisibleWidthByPercent)
     controls.ListViews().SetColumnWidths(*shown.text, "50,50"); // no list: nothing happens
 }
 
-TEST(DesktopWindows, EdgesFollowTheWidgetOnScreen)
+TEST(DesktopWindows, EdgesFollowTheWidgetAndEffectsComeAndGo)
 {
     ShownForm shown;
     DesktopWindows windows;
@@ -71,12 +71,8 @@ TEST(DesktopWindows, EdgesFollowTheWidgetOnScreen)
     EXPECT_EQ(windows.windowBottom(*shown.list) - windows.windowTop(*shown.list), 200);
     EXPECT_EQ(windows.windowLeft(*shown.memo) - windows.windowLeft(*shown.text), 50);
     EXPECT_EQ(windows.windowTop(*shown.list) - windows.windowTop(*shown.text), 90);
-}
 
-TEST(DesktopWindows, ModeTwoFadesTheWindowAndModeZeroRestoresIt)
-{
-    ShownForm shown;
-    DesktopWindows windows;
+    // Mode two fades the window, mode one keys a colour out, mode zero restores it.
     windows.setWindowColorKey(shown.form, 128, 2, 0);
     EXPECT_NEAR(shown.form.window()->windowOpacity(), 128 / 255.0, 0.01);
     windows.setWindowColorKey(shown.form, 255, 1, 0x00ff00ff);

@@ -1,8 +1,12 @@
 // Text tools and colours: pairs that round-trip anything, words, paths on
-// both separators, and colour shades.
+// both separators, numbers with a comma or a point, and colour shades.
 #include "desktop/DesktopColours.h"
+#include "desktop/DesktopHost.h"
 #include "desktop/DesktopText.h"
+#include "host/CoreDev.h"
 
+#include <QTemporaryDir>
+#include <array>
 #include <gtest/gtest.h>
 
 using fw::desktop::DesktopColours;
@@ -84,22 +88,37 @@ TEST(DesktopText, PathsWorkOnRealAndResourcePaths)
     EXPECT_EQ(paths.Combine("", "b"), "b");
 }
 
-TEST(DesktopColours, ColoursKeepRedInTheLowByte)
+TEST(DesktopNumbers, CommaAndPointAreDecimalSeparatorsAndMinusLeads)
 {
-    DesktopColours colours;
-    int r = 0, g = 0, b = 0;
-    colours.Tools().splitColour(0x00332211u, r, g, b);
-    EXPECT_EQ(r, 0x11);
-    EXPECT_EQ(g, 0x22);
-    EXPECT_EQ(b, 0x33);
+    QTemporaryDir store;
+    auto root = fw::desktop::MakeDesktopCoreDev({store.path(), {}});
+    struct Row {
+        const char* text;
+        bool ok;
+        double value;
+    };
+    const Row rows[] = {
+        {"3,5", true, 3.5},  {"-12,5", true, -12.5}, {" 7 ", true, 7},
+        {"1.5", true, 1.5},  {"1,234", true, 1.234}, {",5", true, 0.5},
+        {"-", false, 0},     {"", false, 0},         {"abc", false, 0},
+        {"1,2,3", false, 0}, {"12-", false, 0},      {"0,1234567891", true, 0.1234567891},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.text);
+        bool ok = !row.ok;
+        EXPECT_EQ(root->parseNumber(row.text, ok), row.value);
+        EXPECT_EQ(ok, row.ok);
+    }
 }
 
-TEST(DesktopColours, SchemeSetsErrorsAndQuestionsApartFromTheDefault)
+TEST(DesktopColours, RedIsTheLowByteAndTheSchemeSetsErrorsAndQuestionsApart)
 {
     DesktopColours colours;
     auto& tools = colours.Tools();
-    const auto base = tools.GetSchemeColor(0);
     int r = 0, g = 0, b = 0;
+    tools.splitColour(0x00332211u, r, g, b);
+    EXPECT_EQ((std::array{r, g, b}), (std::array{0x11, 0x22, 0x33}));
+    const auto base = tools.GetSchemeColor(0);
     tools.splitColour(base, r, g, b);
     EXPECT_GT(b, r) << "the default is a blue";
     tools.splitColour(tools.GetSchemeColor(6), r, g, b);

@@ -37,7 +37,7 @@ QStringList texts(const TreeNode* first)
     return out;
 }
 
-TEST(DesktopXml, BrokenDocumentsNameLineAndColumn)
+TEST(DesktopXml, BrokenDocumentsNameLineAndColumnAndAMissingFileIsUnreadable)
 {
     struct Case {
         const char* name;
@@ -59,10 +59,6 @@ TEST(DesktopXml, BrokenDocumentsNameLineAndColumn)
         EXPECT_FALSE(xml.LastProblem().Message.isEmpty()) << c.name;
         EXPECT_EQ(xml.NodeCount(), 0) << c.name;
     }
-}
-
-TEST(DesktopXml, AMissingFileIsUnreadable)
-{
     QTemporaryDir dir;
     const auto xml = desktop::MakeDesktopXml();
     EXPECT_EQ(xml->Load(dir.filePath("fehlt.xml")), DesktopXml::Status::Unreadable);

@@ -38,10 +38,10 @@ TEST(FtpConsoleCli, TheConsoleTalksToTheServerUntilTheWindowIsClosed)
     QString shown;
     driver.OnNextModal([&](fw::Form& form) {
         auto* terminal = dynamic_cast<fw::ctl_Console*>(form.FindControl("con_Terminal"));
-        QTest::qWaitFor([&] { return terminal->Output().contains("220 "); }, 10000);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return terminal->Output().contains("220 "); }, 10000));
         Type(form, "NOOP");
         PressKey(form, Qt::Key_Return);
-        QTest::qWaitFor([&] { return terminal->Output().contains("200 "); }, 10000);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return terminal->Output().contains("200 "); }, 10000));
         shown = terminal->Output();
         CloseWindow(form);
     });

@@ -208,10 +208,12 @@ TYPED_TEST(InputDialog, AClickSelectsOneLineTextAndUnderTouchOpensItsKeyboard)
         this->driver.OnNextModal([&](Form&) {
             this->host->clearCalls();
             Click(*dialog.txt_Input);
-            if (!(oneLine && touch))
+            if (!(oneLine && touch)) {
                 EXPECT_EQ(this->host->wasCalled("SelectAll"), oneLine);
-            if (!oneLine)
+            }
+            if (!oneLine) {
                 EXPECT_FALSE(this->host->wasCalled("GetBool")) << "the multi-line box never asks";
+            }
             dialog.Unload();
         });
         if (oneLine && touch)

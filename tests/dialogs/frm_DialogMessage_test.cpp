@@ -275,13 +275,15 @@ TEST_F(MessageDialog, TheIconPicksTheSchemeAndModeTwoShowsNoText)
         RunModal<frm_DialogMessage>(driver, dialog, [&](frm_DialogMessage& f) {
             EXPECT_EQ(f.bar_Header->Scheme(), c.scheme);
             EXPECT_EQ(f.pan_Holder[0].Visible(), c.mode != 2);
-            if (c.mode == 0)
+            if (c.mode == 0) {
                 EXPECT_EQ(f.bar_Header->IconPath(), QString::fromUtf8(c.path));
+            }
             f.Unload();
         });
-        if (c.mode == 0)
+        if (c.mode == 0) {
             EXPECT_EQ(std::get<std::string>(ctx->Request.Icon), c.path)
                 << "mode 0 hands the icon path on as the icon";
+        }
     }
 }
 

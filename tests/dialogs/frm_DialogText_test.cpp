@@ -92,8 +92,9 @@ TEST_F(TextViewer, OpensWithTheHostsTextsAndSignsOnAndOffTheMessageService)
     });
     ASSERT_EQ(host->callsTo("UnregisterForm"), std::vector<std::string>{"UnregisterForm()"});
     for (std::size_t i = 0; i < host->calls.size(); ++i)
-        if (host->calls[i].find("RegisterForm(") != std::string::npos) // and UnregisterForm
+        if (host->calls[i].find("RegisterForm(") != std::string::npos) { // and UnregisterForm
             EXPECT_EQ(host->callTargets[i], shown) << host->calls[i];
+        }
 }
 
 TEST_F(TextViewer, EachWayOutWritesItsResult)

@@ -335,6 +335,13 @@ int Main(int argc, char** argv)
     const bool scripted = !qEnvironmentVariableIsEmpty("FORMWERK_SCRIPT_KEYS") ||
                           parsed.invocation.dialog == QLatin1String("frm_DialogProcess");
     if (const QString problem = DisplayProblem(screenshot, scripted); !problem.isEmpty()) {
+        // A file the dialog could never show is the news, not the display.
+        const DialogRun* run = FindDialogRun(parsed.invocation.dialog);
+        if (run && run->check)
+            if (const Outcome failure = run->check(parsed.invocation)) {
+                err << "formwerk: " << failure.message << '\n';
+                return failure.code;
+            }
         err << "formwerk: " << problem << '\n';
         return ExitUnavailable;
     }

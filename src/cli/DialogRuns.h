@@ -42,6 +42,9 @@ struct DialogRun {
     /// screenshot pictures instead.
     QString keysFor = {};
     std::unique_ptr<Form> (*pictured)(Form& form) = nullptr;
+    /// Checks the options' files without a window or an application, so that
+    /// a bad file is told before a missing display; null: nothing to check.
+    Outcome (*check)(const Invocation& inv) = nullptr;
 };
 
 /// The row of a dialog, or null for one that needs nothing beyond the records.

@@ -13,16 +13,13 @@ bool g_okPressed = false;
 
 // The file is read and checked before any window, so that a broken file
 // ends the run with its line and column and never shows an empty tree.
-Outcome loadDocument(Form& form, const Invocation& inv, DialogContext&)
+Outcome readDocument(const Invocation& inv, std::shared_ptr<desktop::DesktopXml>& xml)
 {
-    auto* inspector = dynamic_cast<frm_DialogXMLInspector*>(&form);
-    if (!inspector)
-        return {ExitSoftware, QStringLiteral("%1 is not the XML inspector").arg(form.Name())};
     const QStringList given = inv.extra(QStringLiteral("xml"));
     if (given.isEmpty())
         return {ExitUsage, QStringLiteral("%1 needs --xml FILE").arg(inv.dialog)};
     const QString path = given.last();
-    const std::shared_ptr<desktop::DesktopXml> xml = desktop::MakeDesktopXml();
+    xml = desktop::MakeDesktopXml();
     switch (xml->Load(path)) {
     case desktop::DesktopXml::Status::Unreadable:
         return {
@@ -39,6 +36,23 @@ Outcome loadDocument(Form& form, const Invocation& inv, DialogContext&)
     case desktop::DesktopXml::Status::Ok:
         break;
     }
+    return {};
+}
+
+Outcome checkDocument(const Invocation& inv)
+{
+    std::shared_ptr<desktop::DesktopXml> xml;
+    return readDocument(inv, xml);
+}
+
+Outcome loadDocument(Form& form, const Invocation& inv, DialogContext&)
+{
+    auto* inspector = dynamic_cast<frm_DialogXMLInspector*>(&form);
+    if (!inspector)
+        return {ExitSoftware, QStringLiteral("%1 is not the XML inspector").arg(form.Name())};
+    std::shared_ptr<desktop::DesktopXml> xml;
+    if (Outcome failure = readDocument(inv, xml))
+        return failure;
     inspector->Xml = xml;
 
     g_okPressed = false;
@@ -61,7 +75,9 @@ void answerOk(Form&, const DialogContext&, QJsonObject& answer)
 
 DialogRun XmlInspectorRun()
 {
-    return {{QStringLiteral("xml")}, loadDocument, nullptr, answerOk};
+    DialogRun run{{QStringLiteral("xml")}, loadDocument, nullptr, answerOk};
+    run.check = checkDocument;
+    return run;
 }
 
 } // namespace fw::cli

@@ -62,6 +62,12 @@ TEST_F(XmlInspectorCli, BadFilesEndTheRunBeforeAnyWindow)
         EXPECT_EQ(ran.out, "");
     }
     EXPECT_TRUE(driver.Seen().empty());
+
+    // With no display at all the broken file is still what the user is told of.
+    const Ran headless =
+        startProgram({"frm_DialogXMLInspector", "--xml", broken}, quietEnvironment());
+    EXPECT_EQ(headless.code, 65) << headless.err.toStdString();
+    EXPECT_TRUE(headless.err.startsWith("formwerk: " + broken + ":3:3:"));
 }
 
 } // namespace

@@ -5,7 +5,6 @@
 #include "host/mdl_CoreDevWrapper.h"
 
 #include <QColor>
-#include <QWidget>
 
 namespace fw {
 
@@ -21,7 +20,7 @@ frm_DialogFlash::frm_DialogFlash() : Form(QStringLiteral("frm_DialogFlash"))
 {
     // A dark veil: faded, it dims whatever lies behind the choice.
     SetBackColor(Qt::black);
-    window()->setWindowFlag(Qt::FramelessWindowHint);
+    SetBorderStyle(0);
     tmr_Animation = Add<Timer>(QStringLiteral("tmr_Animation"));
     tmr_Animation->SetInterval(10);
     tmr_Animation->Tick = [this] { tmr_Animation_Tick(); };

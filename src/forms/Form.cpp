@@ -347,6 +347,16 @@ void Form::SetWindowState(int state)
                                           : Qt::WindowNoState);
 }
 
+int Form::BorderStyle() const
+{
+    return m_window->windowFlags().testFlag(Qt::FramelessWindowHint) ? 0 : 3;
+}
+
+void Form::SetBorderStyle(int style)
+{
+    m_window->setWindowFlag(Qt::FramelessWindowHint, style == 0);
+}
+
 QVariant Form::GetPublic(const QString&) const
 {
     return {};

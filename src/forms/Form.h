@@ -54,6 +54,10 @@ class Form {
     /// 0 normal, 1 minimised, 2 maximised.
     int WindowState() const;
     void SetWindowState(int state);
+    /// 0 no frame or title bar (veils, touch pads); any other value the
+    /// platform's dialog frame.
+    int BorderStyle() const;
+    void SetBorderStyle(int style);
     /// With key preview the form sees KeyDown and KeyPress before its controls.
     bool KeyPreview() const { return m_keyPreview; }
     void SetKeyPreview(bool on) { m_keyPreview = on; }

@@ -79,8 +79,8 @@ TouchPadForm::TouchPadForm(const QString& name, QSize clientTwips, QSize bodyPix
                            const QRectF& panel)
     : Form(name)
 {
+    SetBorderStyle(0);
     QWidget* w = window();
-    w->setWindowFlag(Qt::FramelessWindowHint);
     w->setAttribute(Qt::WA_TranslucentBackground);
     w->resize(ToPixels(clientTwips.width()), ToPixels(clientTwips.height()));
     SetBackColor(QColor(0xFF, 0x00, 0xFF));

@@ -110,7 +110,7 @@ TEST_F(PasswordDialog, AbortAndHelpCloseWithoutAnAnswer)
     for (const Row& row : {Row{"ABORT", 2}, Row{"HELP", 5}, Row{"abort", 2}}) {
         SCOPED_TRACE(row.key);
         auto ctx = std::make_shared<DialogContext>();
-        ctx->Texts.OldValue = "x";
+        ctx->Texts.OldValue = std::string("x");
         ctx->Texts.InputText = "vorher";
         EXPECT_EQ(RunFresh<frm_DialogPassword>(driver, ctx,
                                                [&](frm_DialogPassword& f) {

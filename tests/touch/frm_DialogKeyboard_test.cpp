@@ -7,6 +7,7 @@
 #include "host/mdl_CoreDevWrapper.h"
 #include "testing/TestHost.h"
 #include "touch/KeyFaces.h"
+#include "touch/TouchTestSupport.h"
 #include "touch/frm_DialogKeyboard.h"
 
 #include <QCursor>
@@ -24,41 +25,6 @@ constexpr int kEsc = 0, kOne = 1, kSeven = 7, kEight = 8, kZero = 10, kSz = 11, 
               kE = 16, kW = 15, kPlus = 49, kClear = 59, kWww = 25, kA = 26, kB = 42, kM = 44,
               kEnter = 58, kShift = 37, kSlash = 57, kUp = 54, kCtrl = 50, kAlt = 51, kSpace = 48,
               kSym = 52, kLeft = 53;
-
-class HostForm : public Form {
-  public:
-    HostForm() : Form(QStringLiteral("frm_Host"))
-    {
-        window()->resize(300, 100);
-        txt = Add<TextBox>(QStringLiteral("txt_Value"));
-        txt->Move(ToTwips(10), ToTwips(10), ToTwips(200), ToTwips(24));
-        lab = Add<Label>(QStringLiteral("lab_Value"));
-        lab->Move(ToTwips(10), ToTwips(50), ToTwips(200), ToTwips(24));
-    }
-    TextBox* txt;
-    Label* lab;
-};
-
-// A control that answers late-bound calls under any type name and notes them.
-class NamedTarget : public Control {
-  public:
-    NamedTarget(Form& form, const QString& name, const QString& typeName)
-        : Control(form, name, typeName, nullptr)
-    {
-    }
-    QVariant GetProperty(const QString& name) const override
-    {
-        read << name;
-        return QStringLiteral("alt");
-    }
-    bool SetProperty(const QString& name, const QVariant& value) override
-    {
-        written << name + u'=' + value.toString();
-        return true;
-    }
-    mutable QStringList read;
-    QStringList written;
-};
 
 class Keyboard : public ::testing::Test {
   protected:

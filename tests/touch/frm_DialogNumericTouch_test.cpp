@@ -6,6 +6,7 @@
 #include "forms/testing/UserInput.h"
 #include "host/mdl_CoreDevWrapper.h"
 #include "testing/TestHost.h"
+#include "touch/TouchTestSupport.h"
 #include "touch/frm_DialogNumericTouch.h"
 
 #include <QCursor>
@@ -18,38 +19,6 @@ using namespace fw;
 using namespace fw::testing;
 
 namespace {
-
-class HostForm : public Form {
-  public:
-    HostForm() : Form(QStringLiteral("frm_Host"))
-    {
-        window()->resize(300, 100);
-        txt = Add<TextBox>(QStringLiteral("txt_Value"));
-        txt->Move(ToTwips(10), ToTwips(10), ToTwips(200), ToTwips(24));
-    }
-    TextBox* txt;
-};
-
-// Answers late-bound calls under any type name and notes them.
-class NamedTarget : public Control {
-  public:
-    NamedTarget(Form& form, const QString& name, const QString& typeName)
-        : Control(form, name, typeName, nullptr)
-    {
-    }
-    QVariant GetProperty(const QString& name) const override
-    {
-        read << name;
-        return QStringLiteral("4,5");
-    }
-    bool SetProperty(const QString& name, const QVariant& value) override
-    {
-        written << name + u'=' + value.toString();
-        return true;
-    }
-    mutable QStringList read;
-    QStringList written;
-};
 
 /// Shown modelessly, so that the test drives it between events.
 void open(frm_DialogNumericTouch& pad, Control* target)
@@ -177,8 +146,8 @@ TEST_F(NumericPad, TheTargetIsReadAndWrittenByItsTypeName)
     for (const auto& [type, property] : rows) {
         SCOPED_TRACE(type);
         HostForm owner;
-        auto* target =
-            owner.Add<NamedTarget>(QStringLiteral("ctl_Target"), QString::fromLatin1(type));
+        auto* target = owner.Add<NamedTarget>(QStringLiteral("ctl_Target"),
+                                              QString::fromLatin1(type), QStringLiteral("4,5"));
         frm_DialogNumericTouch pad;
         open(pad, target);
         EXPECT_EQ(pad.txt_Input->Text(), QStringLiteral("4,5"));

@@ -1,6 +1,6 @@
 #pragma once
 // What the touch keyboard's and the numeric pad's tests edit: a host form with
-// a text box and a label, and a target that answers under any type name.
+// a text box, and a target that answers under any type name.
 
 #include "forms/Control.h"
 #include "forms/Form.h"
@@ -19,11 +19,8 @@ class HostForm : public Form {
         window()->resize(300, 100);
         txt = Add<TextBox>(QStringLiteral("txt_Value"));
         txt->Move(ToTwips(10), ToTwips(10), ToTwips(200), ToTwips(24));
-        lab = Add<Label>(QStringLiteral("lab_Value"));
-        lab->Move(ToTwips(10), ToTwips(50), ToTwips(200), ToTwips(24));
     }
     TextBox* txt;
-    Label* lab;
 };
 
 // Answers every late-bound read with value and notes reads and writes.

@@ -253,16 +253,6 @@ TEST_F(Keyboard, TheRealReturnKeyConfirms)
     EXPECT_EQ(owner.txt->Text(), QStringLiteral("alta"));
 }
 
-TEST_F(Keyboard, ALabelIsReadAndWrittenThroughItsCaption)
-{
-    owner.lab->SetCaption(QStringLiteral("Titel"));
-    open(owner.lab);
-    EXPECT_EQ(line(), QStringLiteral("Titel"));
-    press(kA);
-    press(kEnter);
-    EXPECT_EQ(owner.lab->Caption(), QStringLiteral("Titela"));
-}
-
 TEST_F(Keyboard, WithoutTargetItOpensEmptyAndConfirmsSilently)
 {
     open(nullptr, QString());

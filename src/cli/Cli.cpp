@@ -1,5 +1,6 @@
 #include "cli/Cli.h"
 
+#include "cli/BoundedInput.h"
 #include "cli/DialogRuns.h"
 #include "cli/Members.h"
 #include "cli/Options.h"
@@ -73,7 +74,9 @@ Outcome readRequest(const QString& path, QJsonObject& request)
     if (!opened)
         return {ExitNoInput,
                 QStringLiteral("cannot read request file '%1': %2").arg(path, file.errorString())};
-    const QByteArray bytes = file.readAll();
+    QByteArray bytes;
+    if (Outcome tooLarge = ReadBounded(file, QStringLiteral("request file '%1'").arg(path), bytes))
+        return tooLarge;
     QJsonParseError error;
     const QJsonDocument document = QJsonDocument::fromJson(bytes, &error);
     if (error.error != QJsonParseError::NoError)
@@ -92,7 +95,9 @@ Outcome readTextFile(const QString& path, std::string& text)
     if (!file.open(QIODevice::ReadOnly))
         return {ExitNoInput,
                 QStringLiteral("cannot read text file '%1': %2").arg(path, file.errorString())};
-    QByteArray bytes = file.readAll();
+    QByteArray bytes;
+    if (Outcome tooLarge = ReadBounded(file, QStringLiteral("text file '%1'").arg(path), bytes))
+        return tooLarge;
     if (bytes.startsWith("\xEF\xBB\xBF"))
         bytes.remove(0, 3); // a byte-order mark is no part of the text
     text = QString::fromUtf8(bytes).toStdString();

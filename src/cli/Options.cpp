@@ -1,5 +1,6 @@
 #include "cli/Options.h"
 
+#include "cli/BoundedInput.h"
 #include "cli/DialogRuns.h"
 #include "cli/Members.h"
 #include "core/cls_Formwerk.h"
@@ -266,7 +267,11 @@ QString HelpText()
         "(or \"DefaultText\":[\"A\",\"B\"]); it prints \"InputText\" as an array of two.\n"
         "\nEnvironment:\n"
         "  FORMWERK_SCRIPT_KEYS  keys typed into the dialog after its first paint,\n"
-        "                        separated by spaces, e.g. \"Escape\", \"k\", \"Shift+F12\"\n"
+        "                        separated by spaces, e.g. \"Escape\", \"k\", \"Shift+F12\"\n");
+    text += QStringLiteral("\nA request, a text file and each line of the progress window's input\n"
+                           "may hold up to %1 MB; a larger one exits 65.\n")
+                .arg(kInputLimit / (1024 * 1024));
+    text += QStringLiteral(
         "\nExit codes: the result code; 64 bad usage, 65 bad request data, 66 request\n"
         "or text file unreadable, 69 no display, 70 dialog failed, 73 screenshot not\n"
         "written.\n");

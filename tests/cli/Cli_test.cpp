@@ -183,6 +183,13 @@ TEST_F(CliTest, BadInputIsRefusedWithOneLineAndNoDialog)
         {65, "request: Items.ItemList must be an array of strings", {msg, "--request", list}},
         {66, "cannot read request file", {msg, "--request", m_dir.filePath("none.json")}},
         {73, "cannot write screenshot", {msg, "--screenshot", m_dir.filePath("no/such/x.png")}},
+        // Endless inputs are cut off at the limit instead of filling the memory.
+        {65,
+         "request file '/dev/zero' is larger than the limit of 64 MB",
+         {msg, "--request", "/dev/zero"}},
+        {65,
+         "text file '/dev/zero' is larger than the limit of 64 MB",
+         {"frm_DialogText", "--text-file", "/dev/zero"}},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.args.join(' ').toStdString());

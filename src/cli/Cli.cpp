@@ -4,6 +4,7 @@
 #include "cli/DialogRuns.h"
 #include "cli/Members.h"
 #include "cli/Options.h"
+#include "cli/RunDeadline.h"
 #include "cli/ScriptKeys.h"
 #include "core/HasContext.h"
 #include "core/cls_Formwerk.h"
@@ -13,6 +14,7 @@
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QGuiApplication>
 #include <QHash>
 #include <QImage>
 #include <QJsonArray>
@@ -21,6 +23,7 @@
 #include <QWidget>
 #include <cstdio>
 #include <exception>
+#include <optional>
 
 namespace fw::cli {
 
@@ -220,6 +223,8 @@ Outcome runDialog(const Invocation& inv, QTextStream& out)
             return {ExitUsage,
                     QStringLiteral("%1 has no public variable %2").arg(inv.dialog, it.key())};
 
+    std::optional<RunDeadline> deadline; // not for a screenshot, which has its own bound
+    Outcome shown;
     try {
         if (run && run->prepare)
             if (Outcome failure = run->prepare(*form, inv, *context))
@@ -229,10 +234,12 @@ Outcome runDialog(const Invocation& inv, QTextStream& out)
                 run && run->pictured ? run->pictured(*form) : nullptr;
             return screenshot(stand_in ? *stand_in : *form, inv.screenshot);
         }
+        deadline.emplace(
+            TimeLimitOf(inv.timeoutMs, !script.keys.empty(), QGuiApplication::platformName()));
         KeyTyper typer(script.keys, run ? run->keysFor : QString());
         if (run && run->show) {
             typer.TypeInto(*form);
-            run->show(*form);
+            shown = run->show(*form);
         } else {
             form->Show(true);
         }
@@ -242,9 +249,16 @@ Outcome runDialog(const Invocation& inv, QTextStream& out)
     }
     QJsonObject answer = Answer(inv.dialog, *context);
     if (run && run->answer)
-        run->answer(*form, *context, answer);
+        run->answer(*form, *context, answer); // also where a run lets go of its helpers
+    const bool timedOut = deadline && deadline->Expired();
+    if (shown && !timedOut)
+        return shown;
+    if (timedOut)
+        answer = TimedOutAnswer();
     out << QJsonDocument(answer).toJson(QJsonDocument::Compact) << '\n';
     out.flush();
+    if (timedOut)
+        return {ExitTimedOut, deadline->Notice()};
     return {ExitCodeOf(answer.value(QStringLiteral("Result")).toInt()), {}};
 }
 

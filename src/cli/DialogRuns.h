@@ -33,8 +33,9 @@ struct DialogRun {
     /// Before the window: turns the options into host objects or public
     /// variables. A failure ends the run without a window.
     Outcome (*prepare)(Form& form, const Invocation& inv, DialogContext& context) = nullptr;
-    /// Shows the form and returns once it is gone; null shows it modally.
-    void (*show)(Form& form) = nullptr;
+    /// Shows the form and returns once it is gone; null shows it modally. A
+    /// failure (input the run cannot take) replaces the answer.
+    Outcome (*show)(Form& form) = nullptr;
     /// After the window: adds the dialog's own members to the printed answer.
     void (*answer)(Form& form, const DialogContext& context, QJsonObject& answer) = nullptr;
     /// Where the form shown first only leads to the dialog (a veil that opens

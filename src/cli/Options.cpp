@@ -3,10 +3,12 @@
 #include "cli/BoundedInput.h"
 #include "cli/DialogRuns.h"
 #include "cli/Members.h"
+#include "cli/RunDeadline.h"
 #include "core/cls_Formwerk.h"
 
 #include <QJsonArray>
 #include <array>
+#include <cmath>
 
 namespace fw::cli {
 
@@ -57,6 +59,9 @@ constexpr std::array kOptions{
            "JSON host records, \"-\" for standard input; other options override its members"},
     Option{"screenshot", "FILE", Setting::Screenshot, nullptr,
            "save a PNG of the dialog after its first paint and close it unanswered"},
+    Option{"timeout", "SECONDS", Setting::Timeout, nullptr,
+           "end the dialog unanswered after SECONDS (fractions allowed, 0 for no limit): it "
+           "prints {\"Result\":0,\"TimedOut\":true} and exits 124"},
     Option{"list", nullptr, Setting::List, nullptr, "print the dialog names and exit"},
     Option{"help", nullptr, Setting::Help, nullptr, "print this help and exit"},
 };
@@ -83,6 +88,20 @@ void setPairPart(Invocation& inv, const QString& path, int part, const QString& 
     }
     inv.members.emplace_back(path, part == 0 ? QJsonValue(value)
                                              : QJsonValue(QJsonArray{QString(), value}));
+}
+
+// Seconds as `timeout` takes them, kept in whole milliseconds for a timer.
+QString parseTimeout(const QString& value, int& timeoutMs)
+{
+    constexpr double kLongestSeconds = 24 * 3600 * 24; // a timer's int milliseconds hold 24 days
+    bool ok = false;
+    const double seconds = value.toDouble(&ok);
+    if (!ok || !(seconds >= 0 && seconds <= kLongestSeconds))
+        return QStringLiteral("--timeout needs a number of seconds from 0 to %1, not '%2'")
+            .arg(kLongestSeconds)
+            .arg(value);
+    timeoutMs = static_cast<int>(std::ceil(seconds * 1000));
+    return {};
 }
 
 QString applyOption(const Option& option, const QString& value, Invocation& inv)
@@ -130,6 +149,8 @@ QString applyOption(const Option& option, const QString& value, Invocation& inv)
     case Setting::Screenshot:
         inv.screenshot = value;
         return {};
+    case Setting::Timeout:
+        return parseTimeout(value, inv.timeoutMs);
     case Setting::List:
         inv.list = true;
         return {};
@@ -269,8 +290,11 @@ QString HelpText()
         "  FORMWERK_SCRIPT_KEYS  keys typed into the dialog after its first paint,\n"
         "                        separated by spaces, e.g. \"Escape\", \"k\", \"Shift+F12\"\n");
     text += QStringLiteral("\nA request, a text file and each line of the progress window's input\n"
-                           "may hold up to %1 MB; a larger one exits 65.\n")
-                .arg(kInputLimit / (1024 * 1024));
+                           "may hold up to %1 MB; a larger one exits 65. A dialog still open at\n"
+                           "its --timeout exits 124; with FORMWERK_SCRIPT_KEYS on the offscreen\n"
+                           "platform the limit is %2 seconds unless --timeout gives another.\n")
+                .arg(kInputLimit / (1024 * 1024))
+                .arg(kScriptedLimitSeconds);
     text += QStringLiteral(
         "\nExit codes: the result code; 64 bad usage, 65 bad request data, 66 request\n"
         "or text file unreadable, 69 no display, 70 dialog failed, 73 screenshot not\n"

@@ -36,6 +36,7 @@ enum class Setting {
     Request,
     TextFile,
     Screenshot,
+    Timeout,
     List,
     Help
 };
@@ -61,6 +62,7 @@ struct Invocation {
     QString requestFile; ///< "-" for standard input
     QString textFile;    ///< UTF-8 file whose content becomes Texts.Description
     QString screenshot;
+    int timeoutMs = -1; ///< --timeout in milliseconds; -1 not given, 0 no limit
     bool list = false;
     bool help = false;
     /// Values of Setting::Extra options by option name, in command-line order.

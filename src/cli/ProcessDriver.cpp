@@ -1,11 +1,13 @@
 #include "cli/ProcessDriver.h"
 
+#include "cli/BoundedInput.h"
 #include "dialogs/frm_DialogProcess.h"
 
 #include <QEventLoop>
 #include <QSocketNotifier>
 #include <QStringList>
 #include <QTimer>
+#include <charconv>
 #include <unistd.h>
 #include <utility>
 
@@ -25,36 +27,70 @@ class StopOnAbort : public AbortTarget {
   private:
     std::function<void()> m_stop;
 };
-} // namespace
 
-bool ApplyProgressLine(frm_DialogProcess& form, const QString& line)
+// Most lines are a bare number: read without building strings, since a fast
+// producer sends millions of them.
+std::optional<std::int32_t> bareNumber(QByteArrayView line)
 {
-    const QStringList words = line.simplified().split(u' ', Qt::SkipEmptyParts);
-    if (words.isEmpty())
-        return true;
-    bool ok = false;
-    if (words.size() == 1) {
-        const int value = words[0].toInt(&ok);
-        if (ok)
-            form.PROCESS_SET_CUR(value);
-        return ok;
-    }
-    if (words.size() == 3 && words[0].compare(u"range", Qt::CaseInsensitive) == 0) {
-        bool okHigh = false;
-        const int low = words[1].toInt(&ok);
-        const int high = words[2].toInt(&okHigh);
-        if (ok && okHigh)
-            form.PROCESS_SET_RANGE(low, high);
-        return ok && okHigh;
-    }
-    return false;
+    std::int32_t value = 0;
+    const char* first = line.data();
+    const char* last = first + line.size();
+    if (first != last && *first == '+')
+        ++first; // from_chars takes a minus only
+    const auto [end, error] = std::from_chars(first, last, value);
+    if (first == last || error != std::errc() || end != last)
+        return std::nullopt;
+    return value;
 }
 
-void DriveProgress(frm_DialogProcess& form, const std::function<void(const QString&)>& warn)
+// One pass over what standard input holds: one read, so that the window gets
+// its turn between passes however fast the input comes.
+constexpr qsizetype kReadPiece = 256 * 1024;
+} // namespace
+
+bool ReadProgressLine(QByteArrayView line, ProgressUpdate& update)
+{
+    line = line.trimmed();
+    if (line.isEmpty())
+        return true;
+    if (const auto value = bareNumber(line)) {
+        update.value = *value;
+        return true;
+    }
+    if (line.startsWith('#')) {
+        update.text = QString::fromUtf8(line.sliced(1)).trimmed();
+        return true;
+    }
+    const QStringList words = QString::fromUtf8(line).simplified().split(u' ');
+    if (words.size() != 3 || words[0].compare(u"range", Qt::CaseInsensitive) != 0)
+        return false;
+    bool okLow = false;
+    bool okHigh = false;
+    const int low = words[1].toInt(&okLow);
+    const int high = words[2].toInt(&okHigh);
+    if (okLow && okHigh)
+        update.range = {low, high};
+    return okLow && okHigh;
+}
+
+void ApplyProgress(frm_DialogProcess& form, const ProgressUpdate& update)
+{
+    // Range and value are kept apart by the bar, so their order does not matter.
+    if (update.range)
+        form.PROCESS_SET_RANGE(update.range->first, update.range->second);
+    if (update.text)
+        form.SetDescription(*update.text);
+    if (update.value)
+        form.PROCESS_SET_CUR(*update.value);
+}
+
+Outcome DriveProgress(frm_DialogProcess& form, const std::function<void(const QString&)>& warn,
+                      int inputFd)
 {
     QEventLoop loop;
-    QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);
+    QSocketNotifier input(inputFd, QSocketNotifier::Read);
     QByteArray pending;
+    Outcome outcome;
     bool done = false;
     const auto finish = [&] {
         if (done)
@@ -65,35 +101,42 @@ void DriveProgress(frm_DialogProcess& form, const std::function<void(const QStri
             form.PROCESS_END();
         loop.quit();
     };
-    const auto apply = [&](const QByteArray& raw) {
-        const QString line = QString::fromUtf8(raw).trimmed();
-        if (!ApplyProgressLine(form, line))
-            warn(QStringLiteral("ignored input line '%1': neither a number nor 'range LOW HIGH'")
-                     .arg(line));
+    ProgressUpdate update;
+    const auto take = [&](QByteArrayView raw) {
+        if (!ReadProgressLine(raw, update))
+            warn(QStringLiteral("ignored input line '%1': neither a number, 'range LOW HIGH' "
+                                "nor '# TEXT'")
+                     .arg(QString::fromUtf8(raw.trimmed())));
     };
-    // The abort button may end everything in the middle of a chunk, so each
-    // step checks done first.
+    QByteArray buffer(kReadPiece, Qt::Uninitialized);
     QObject::connect(&input, &QSocketNotifier::activated, &loop, [&] {
-        char buffer[4096];
-        const ssize_t got = ::read(STDIN_FILENO, buffer, sizeof buffer);
+        const ssize_t got = ::read(inputFd, buffer.data(), buffer.size());
         if (got <= 0) {
             input.setEnabled(false); // the end of input stays readable for ever
-            const QByteArray last = std::exchange(pending, {});
-            if (!last.isEmpty() && !done)
-                apply(last); // a last line without its newline
+            if (!pending.isEmpty())
+                take(pending); // a last line without its newline
+            ApplyProgress(form, std::exchange(update, {}));
             finish();
             return;
         }
-        pending.append(buffer, got);
-        // Setting a value pumps events; no read may cut in before the lines
-        // already read are done, or they would come out of order.
-        input.setEnabled(false);
-        qsizetype end;
-        while (!done && (end = pending.indexOf('\n')) >= 0) {
-            const QByteArray raw = pending.left(end);
-            pending.remove(0, end + 1);
-            apply(raw);
+        // What is pending holds no newline: only the new bytes need a look,
+        // or a long line would be searched again on every pass.
+        qsizetype searchFrom = pending.size();
+        pending.append(buffer.constData(), got);
+        qsizetype start = 0;
+        for (qsizetype end; (end = pending.indexOf('\n', searchFrom)) >= 0;
+             start = searchFrom = end + 1)
+            take(QByteArrayView(pending).sliced(start, end - start));
+        pending.remove(0, start);
+        if (pending.size() > kInputLimit) {
+            outcome = {ExitData, TooLargeMessage(QStringLiteral("a line of standard input"))};
+            finish();
+            return;
         }
+        // Applying pumps events; no read may cut in before this pass is shown,
+        // or its lines would come out of order.
+        input.setEnabled(false);
+        ApplyProgress(form, std::exchange(update, {}));
         if (!done)
             input.setEnabled(true);
     });
@@ -110,6 +153,7 @@ void DriveProgress(frm_DialogProcess& form, const std::function<void(const QStri
     if (!done)
         loop.exec();
     form.Abort.reset();
+    return outcome;
 }
 
 } // namespace fw::cli

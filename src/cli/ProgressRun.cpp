@@ -8,11 +8,19 @@ namespace fw::cli {
 
 namespace {
 
-void showDriven(Form& form)
+Outcome showDriven(Form& form)
 {
-    DriveProgress(static_cast<frm_DialogProcess&>(form), [](const QString& warning) {
+    return DriveProgress(static_cast<frm_DialogProcess&>(form), [](const QString& warning) {
         std::fputs(qPrintable(QStringLiteral("formwerk: ") + warning + u'\n'), stderr);
     });
+}
+
+// The window shows its Subtitle; --text is where a user of the command puts it.
+Outcome textAsSubtitle(Form&, const Invocation&, DialogContext& context)
+{
+    if (context.Request.Subtitle.empty())
+        context.Request.Subtitle = context.Texts.Description;
+    return {};
 }
 
 } // namespace
@@ -20,6 +28,7 @@ void showDriven(Form& form)
 DialogRun ProgressRun()
 {
     DialogRun run;
+    run.prepare = textAsSubtitle;
     run.show = showDriven;
     return run;
 }

@@ -90,6 +90,12 @@ bool frm_DialogProcess::PROCESS_ABORT()
     return context().Request.Result == ResultAbort;
 }
 
+void frm_DialogProcess::SetDescription(const QString& text)
+{
+    Resume([&] { lab_Description->SetCaption(ShownPrompt(text.toStdString())); });
+    arrange();
+}
+
 void frm_DialogProcess::bar_Buttons_Key(const QString& key)
 {
     if (CommandOf(key) != Command::Abort)

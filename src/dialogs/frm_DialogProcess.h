@@ -47,6 +47,9 @@ class frm_DialogProcess : public PromptForm {
     void PROCESS_END();
     /// True once the abort button was pressed (Result 2), and from then on.
     bool PROCESS_ABORT();
+    /// Replaces the text above the bar while the work goes on (the opening
+    /// text comes from Subtitle); the window fits around its new height.
+    void SetDescription(const QString& text);
 
     // Controls, public so that hosts and tests reach them by name as users see them.
     ctl_Label* lab_Description;

@@ -2,6 +2,7 @@
 // FORMWERK_SCRIPT_KEYS as a shell script would answer it.
 #include "CliRun.h"
 
+#include <QFile>
 #include <QImage>
 #include <QTemporaryDir>
 
@@ -79,6 +80,41 @@ TEST(CliProcess, AbortingTheProgressWindowEndsTheRunWithTwoWhileInputIsStillOpen
     EXPECT_EQ(f.code, 2) << f.err.toStdString();
 }
 
+TEST(CliProcess, KeysThatLeaveTheDialogOpenEndAtTheTimeLimit)
+{
+    QTemporaryDir dir;
+    QFile xml(dir.filePath("a.xml"));
+    ASSERT_TRUE(xml.open(QIODevice::WriteOnly));
+    xml.write("<a><b/></a>");
+    xml.close();
+    const QJsonObject timedOut{{"Result", 0}, {"TimedOut", true}};
+    const struct {
+        QStringList args;
+        const char* keys;
+        QJsonObject answer;
+        int code;
+    } rows[] = {
+        {{"frm_DialogText", "--text", "Protokoll", "--timeout", "0.5"}, "Escape", timedOut, 124},
+        {{"frm_DialogXMLInspector", "--xml", xml.fileName(), "--timeout", "0.5"},
+         "Escape",
+         timedOut,
+         124},
+        {{"frm_DialogNumericTouch", "--timeout=0.5"}, "Escape", timedOut, 124},
+        // No choice made: Return leaves the choice, and the veil behind it, open.
+        {{"frm_DialogCritical", "--choice", "Leeren", "--timeout", "0.5"}, "Return", timedOut, 124},
+        // Waiting for more input that never comes.
+        {{"frm_DialogProcess", "--timeout", "0.5"}, "", timedOut, 124},
+        {{"frm_DialogMessage", "--flags", "4", "--timeout", "20"}, "Escape", {{"Result", 7}}, 7},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.args.join(' ').toStdString());
+        const Ran f = answerProgram(row.args, row.keys, "range 0 10\n3\n", true);
+        EXPECT_EQ(f.code, row.code) << f.err.toStdString();
+        EXPECT_EQ(f.json(), row.answer) << f.out.toStdString();
+        EXPECT_FALSE(f.err.contains("formwerk:")) << "a limit asked for needs no notice";
+    }
+}
+
 TEST(CliProcess, CriticalChoiceAnswersBehindItsFadingNotice)
 {
     Ran f = answerProgram({"frm_DialogCritical", "--text", "Datenbank leeren?", "--choice",
@@ -119,6 +155,22 @@ TEST(CliProcess, ProgressLinesDriveTheBarGarbageIsWarnedAboutAndTheEndOfInputClo
     EXPECT_TRUE(f.err.contains(QStringLiteral("'fünf'"))) << f.err.toStdString();
     EXPECT_TRUE(f.err.contains(QStringLiteral("'range 1'"))) << f.err.toStdString();
     EXPECT_EQ(f.err.count(QStringLiteral("ignored input line")), 2) << f.err.toStdString();
+}
+
+TEST(CliProcess, TheProgressWindowShowsTextWhereItShowsSubtitle)
+{
+    QTemporaryDir dir;
+    const auto picture = [&](const QStringList& options) {
+        const QString png = dir.filePath(QString::number(qHash(options.join(' '))) + ".png");
+        const Ran f = startProgram(QStringList{"frm_DialogProcess", "--screenshot", png} + options,
+                                   quietEnvironment());
+        EXPECT_EQ(f.code, 0) << f.err.toStdString();
+        return QImage(png);
+    };
+    const QImage byText = picture({"--text", "Dateien werden kopiert"});
+    EXPECT_FALSE(byText.isNull());
+    EXPECT_EQ(byText, picture({"--subtitle", "Dateien werden kopiert"}));
+    EXPECT_NE(byText, picture({}));
 }
 
 } // namespace

@@ -183,6 +183,8 @@ TEST_F(CliTest, BadInputIsRefusedWithOneLineAndNoDialog)
         {65, "request: Items.ItemList must be an array of strings", {msg, "--request", list}},
         {66, "cannot read request file", {msg, "--request", m_dir.filePath("none.json")}},
         {73, "cannot write screenshot", {msg, "--screenshot", m_dir.filePath("no/such/x.png")}},
+        {64, "--timeout needs a number of seconds", {msg, "--timeout", "bald"}},
+        {64, "--timeout needs a number of seconds", {msg, "--timeout", "-1"}},
         // Endless inputs are cut off at the limit instead of filling the memory.
         {65,
          "request file '/dev/zero' is larger than the limit of 64 MB",

@@ -93,7 +93,7 @@ void setPairPart(Invocation& inv, const QString& path, int part, const QString& 
 // Seconds as `timeout` takes them, kept in whole milliseconds for a timer.
 QString parseTimeout(const QString& value, int& timeoutMs)
 {
-    constexpr double kLongestSeconds = 24 * 3600 * 24; // a timer's int milliseconds hold 24 days
+    constexpr int kLongestSeconds = 24 * 24 * 3600; // what a timer's int milliseconds hold
     bool ok = false;
     const double seconds = value.toDouble(&ok);
     if (!ok || !(seconds >= 0 && seconds <= kLongestSeconds))

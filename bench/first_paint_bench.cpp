@@ -37,6 +37,33 @@ void MessageDialogToFirstPaint(benchmark::State& state)
 }
 BENCHMARK(MessageDialogToFirstPaint)->Unit(benchmark::kMillisecond)->UseRealTime();
 
+// Long texts: one word of 100 KB, one of 1 MB, and 1 MB of words; the dialog
+// must stay within the screen and open in well under a second.
+void MessageDialogLongTextToFirstPaint(benchmark::State& state)
+{
+    const std::string text = state.range(0) == 0 ? std::string(100'000, 'x')
+                             : state.range(0) == 1
+                                 ? std::string(1'000'000, 'x')
+                                 : QStringLiteral("Wort ").repeated(200'000).toStdString();
+    for (auto _ : state) {
+        std::unique_ptr<fw::Form> form = fw::cls_Formwerk().Create("frm_DialogMessage");
+        auto context = std::make_shared<fw::DialogContext>();
+        context->Request.Title = kTitle;
+        context->Texts.Description = text;
+        dynamic_cast<fw::HasContext&>(*form).Context = context;
+        form->Show(false);
+        pumpUntil([&] { return form->HasPainted(); });
+        form->Unload();
+    }
+    const char* const labels[] = {"100 KB word", "1 MB word", "1 MB of words"};
+    state.SetLabel(labels[state.range(0)]);
+}
+BENCHMARK(MessageDialogLongTextToFirstPaint)
+    ->DenseRange(0, 2)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime()
+    ->Iterations(1);
+
 // Notes the first paint of a widget, as HasPainted does for a form.
 class PaintSpy : public QObject {
   public:

@@ -9,6 +9,7 @@
 #include <QHeaderView>
 #include <QMouseEvent>
 #include <QPointer>
+#include <QScrollBar>
 #include <QTreeView>
 #include <utility>
 
@@ -156,7 +157,22 @@ class TreeWidget : public QTreeView {
     // arriving, which makes the first node current without anyone choosing it.
     bool m_movingByItself = false;
 
+    void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override
+    {
+        QTreeView::scrollTo(index, hint);
+        // Qt scrolls to the column's start; a deep row's text stands further right.
+        const int left = visualRect(index).left();
+        if (left < 0 || left > viewport()->width() - indentation())
+            horizontalScrollBar()->setValue(horizontalScrollBar()->value() + left - indentation());
+    }
+
   protected:
+    void resizeEvent(QResizeEvent* event) override
+    {
+        QTreeView::resizeEvent(event);
+        // The column fills the view, and grows past it with deep levels.
+        header()->setMinimumSectionSize(viewport()->width());
+    }
     void mousePressEvent(QMouseEvent* event) override
     {
         m_movingByItself = true;
@@ -442,6 +458,10 @@ TreeView::TreeView(Form& form, const QString& name, QWidget* container)
     // Every row is one line of text beside a small picture; uniform heights
     // spare the view from measuring each row of a large tree.
     m_view->setUniformRowHeights(true);
+    // Deep levels stand far to the right: a column as wide as its rows lets
+    // the view scroll to them (Qt measures only some rows around those shown).
+    m_view->header()->setStretchLastSection(false);
+    m_view->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     m_view->setSelectionMode(QAbstractItemView::SingleSelection);
     m_view->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_view->setModel(m_model);

@@ -166,6 +166,17 @@ TEST_F(XmlInspector, StarExpandsADeepDocumentDownToANoteWithoutOverflowingTheSta
         const QModelIndex note = view->model()->index(0, 0, index);
         EXPECT_EQ(note.data().toString(), tree.DepthNote);
         EXPECT_FALSE(view->model()->hasChildren(note));
+        // End walks to the deepest shown row, and the view scrolls right to it.
+        PressKey(form, Qt::Key_End);
+        EXPECT_EQ(tree.SelectedItem(), last);
+        EXPECT_TRUE(tree.viewport()->rect().contains(tree.NodeRect(*last).topLeft()));
+
+        // Collapsing by key and removing the expanded levels stay quick and flat.
+        PressKey(form, Qt::Key_Home);
+        PressKey(form, Qt::Key_Left);
+        EXPECT_FALSE(tree.Nodes().Roots().front()->Expanded());
+        tree.Nodes().Remove(*tree.Nodes().Roots().front()->Child());
+        EXPECT_EQ(tree.Nodes().Count(), 1);
     });
 }
 

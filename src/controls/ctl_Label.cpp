@@ -19,7 +19,7 @@ namespace fw {
 
 namespace {
 
-enum class Whitespace { Normal, Pre, PreWrap };
+enum class Whitespace { Normal, PreWrap };
 
 // Qt looks for a line's break by scanning to the end of the word, so a word
 // of n characters wrapped into lines takes n*n steps (a 100 KB word took
@@ -45,9 +45,7 @@ QString markupToHtml(const QString& text, int alignment, Whitespace whitespace)
                         : alignment == 2 ? "right"
                         : alignment == 3 ? "justify"
                                          : "left";
-    const char* space = whitespace == Whitespace::Pre       ? "pre"
-                        : whitespace == Whitespace::PreWrap ? "pre-wrap"
-                                                            : "normal";
+    const char* space = whitespace == Whitespace::PreWrap ? "pre-wrap" : "normal";
     html += QStringLiteral("<p align=\"%1\" style=\"margin:0; white-space:%2\">")
                 .arg(QLatin1String(align), QLatin1String(space));
 
@@ -285,6 +283,8 @@ void ctl_Label::relayout()
     doc.setDefaultFont(m_label->font());
 
     auto layOut = [&](Whitespace whitespace, QTextOption::WrapMode wrap, int width) {
+        // Emptied first: new options and width would lay the old text out again.
+        doc.clear();
         QTextOption option = doc.defaultTextOption();
         option.setWrapMode(wrap);
         doc.setDefaultTextOption(option);
@@ -293,19 +293,15 @@ void ctl_Label::relayout()
         return int(std::ceil(doc.idealWidth()));
     };
 
-    // Each path lays the text out once, a second time only when a line does
-    // not fit: long texts are measured here and nowhere else.
+    // Each path lays the text out once, a second time only when a wrapped
+    // line does not fit: long texts are measured here and nowhere else.
     int width = design;
     if (m_alignment == 0) {
-        // Unwrapped lines; laid out at the widest allowed width so that no
-        // second pass is needed when they fit.
-        const int natural = layOut(Whitespace::Pre, QTextOption::WordWrap, cap);
-        if (natural <= cap)
-            width = std::max(design, natural);
-        else {
+        // Lines as written, laid out at the widest allowed width: only those
+        // wider than that wrap, and the label takes the widest line.
+        const int natural =
             layOut(Whitespace::PreWrap, QTextOption::WrapAtWordBoundaryOrAnywhere, cap);
-            width = cap;
-        }
+        width = std::max(design, natural);
     } else {
         const int natural = layOut(Whitespace::Normal, QTextOption::WordWrap, design);
         if (natural > design) {

@@ -5,10 +5,13 @@
 #include "forms/Screen.h"
 
 #include <QAbstractTextDocumentLayout>
+#include <QCoreApplication>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QRegularExpression>
+#include <QScrollBar>
 #include <QTextDocument>
+#include <QWheelEvent>
 #include <QWidget>
 #include <cmath>
 
@@ -16,7 +19,15 @@ namespace fw {
 
 namespace {
 
-enum class Whitespace { Normal, Pre, PreWrap };
+enum class Whitespace { Normal, PreWrap };
+
+// Qt looks for a line's break by scanning to the end of the word, so a word
+// of n characters wrapped into lines takes n*n steps (a 100 KB word took
+// seconds). An invisible break after every so many characters of a run keeps
+// each scan short. Runs this long are wider than the label may grow on
+// common screens and would be broken anyway; shorter words stay whole.
+constexpr int kLongestUnbrokenRun = 256;
+const QChar kBreakHint(0x200B); // zero width space
 
 // The label's markup to Qt's rich text. Only the few tags of the markup are
 // taken as tags: the rest of the text is user data and shows as written.
@@ -34,14 +45,19 @@ QString markupToHtml(const QString& text, int alignment, Whitespace whitespace)
                         : alignment == 2 ? "right"
                         : alignment == 3 ? "justify"
                                          : "left";
-    const char* space = whitespace == Whitespace::Pre       ? "pre"
-                        : whitespace == Whitespace::PreWrap ? "pre-wrap"
-                                                            : "normal";
+    const char* space = whitespace == Whitespace::PreWrap ? "pre-wrap" : "normal";
     html += QStringLiteral("<p align=\"%1\" style=\"margin:0; white-space:%2\">")
                 .arg(QLatin1String(align), QLatin1String(space));
 
+    int run = 0; // characters since the last blank or break hint
     auto plain = [&](QStringView part) {
         for (const QChar c : part) {
+            if (c.isSpace())
+                run = 0;
+            else if (++run > kLongestUnbrokenRun) {
+                html += kBreakHint;
+                run = 1;
+            }
             switch (c.unicode()) {
             case '<':
                 html += QStringLiteral("&lt;");
@@ -105,14 +121,37 @@ QString markupToHtml(const QString& text, int alignment, Whitespace whitespace)
 // a second time and cannot break a word that is wider than the screen.
 class LabelView : public QWidget {
   public:
-    LabelView(ctl_Label& owner, QWidget* parent) : QWidget(parent), m_owner(owner)
+    LabelView(ctl_Label& owner, QWidget* parent)
+        : QWidget(parent), m_owner(owner), m_scroll(new QScrollBar(Qt::Vertical, this))
     {
         setMouseTracking(true);
         m_document.setDocumentMargin(0);
         m_document.setUndoRedoEnabled(false);
+        m_scroll->hide();
+        QObject::connect(m_scroll, &QScrollBar::valueChanged, this, [this] { update(); });
     }
 
     QTextDocument& document() { return m_document; }
+    QScrollBar& scrollBar() { return *m_scroll; }
+
+    /// Shows the text width wide; taller than height, it scrolls beside a bar.
+    void fit(int width, int height)
+    {
+        const int full = int(std::ceil(m_document.size().height()));
+        const bool scrolls = height > 0 && full > height;
+        m_scroll->setVisible(scrolls);
+        if (!scrolls) {
+            m_scroll->setValue(0);
+            resize(width, full);
+            return;
+        }
+        const int bar = m_scroll->sizeHint().width();
+        resize(width + bar, height);
+        m_scroll->setGeometry(width, 0, bar, height);
+        m_scroll->setRange(0, full - height);
+        m_scroll->setPageStep(height);
+        m_scroll->setSingleStep(fontMetrics().lineSpacing());
+    }
 
   protected:
     void paintEvent(QPaintEvent* event) override
@@ -121,9 +160,18 @@ class LabelView : public QWidget {
         QAbstractTextDocumentLayout::PaintContext context;
         context.palette = palette();
         context.palette.setColor(QPalette::Text, isEnabled() ? theme::Text() : theme::MutedText());
-        context.clip = event->rect();
         p.setClipRect(event->rect());
+        p.translate(0, -offset());
+        context.clip = event->rect().translated(0, offset());
         m_document.documentLayout()->draw(&p, context);
+    }
+
+    void wheelEvent(QWheelEvent* event) override
+    {
+        if (m_scroll->isVisible())
+            QCoreApplication::sendEvent(m_scroll, event);
+        else
+            event->ignore();
     }
 
     void mouseMoveEvent(QMouseEvent* event) override
@@ -147,13 +195,15 @@ class LabelView : public QWidget {
     }
 
   private:
+    int offset() const { return m_scroll->isVisible() ? m_scroll->value() : 0; }
     QString anchorAt(const QPointF& pos) const
     {
-        return m_document.documentLayout()->anchorAt(pos);
+        return m_document.documentLayout()->anchorAt(pos + QPointF(0, offset()));
     }
 
     ctl_Label& m_owner;
     QTextDocument m_document;
+    QScrollBar* m_scroll;
     QString m_pressed;
 };
 
@@ -175,7 +225,7 @@ void ctl_Label::SetCaption(const QString& text)
 
 QString ctl_Label::DisplayedText() const
 {
-    return m_label->document().toPlainText();
+    return m_label->document().toPlainText().remove(kBreakHint);
 }
 
 void ctl_Label::SetAlignment(int alignment)
@@ -219,6 +269,12 @@ void ctl_Label::SetWidth(int twips)
     relayout();
 }
 
+void ctl_Label::SetMaxHeight(int twips)
+{
+    m_maxHeight = std::max(0, twips);
+    relayout();
+}
+
 void ctl_Label::relayout()
 {
     QTextDocument& doc = m_label->document();
@@ -227,6 +283,8 @@ void ctl_Label::relayout()
     doc.setDefaultFont(m_label->font());
 
     auto layOut = [&](Whitespace whitespace, QTextOption::WrapMode wrap, int width) {
+        // Emptied first: new options and width would lay the old text out again.
+        doc.clear();
         QTextOption option = doc.defaultTextOption();
         option.setWrapMode(wrap);
         doc.setDefaultTextOption(option);
@@ -235,19 +293,15 @@ void ctl_Label::relayout()
         return int(std::ceil(doc.idealWidth()));
     };
 
-    // Each path lays the text out once, a second time only when a line does
-    // not fit: long texts are measured here and nowhere else.
+    // Each path lays the text out once, a second time only when a wrapped
+    // line does not fit: long texts are measured here and nowhere else.
     int width = design;
     if (m_alignment == 0) {
-        // Unwrapped lines; laid out at the widest allowed width so that no
-        // second pass is needed when they fit.
-        const int natural = layOut(Whitespace::Pre, QTextOption::WordWrap, cap);
-        if (natural <= cap)
-            width = std::max(design, natural);
-        else {
+        // Lines as written, laid out at the widest allowed width: only those
+        // wider than that wrap, and the label takes the widest line.
+        const int natural =
             layOut(Whitespace::PreWrap, QTextOption::WrapAtWordBoundaryOrAnywhere, cap);
-            width = cap;
-        }
+        width = std::max(design, natural);
     } else {
         const int natural = layOut(Whitespace::Normal, QTextOption::WordWrap, design);
         if (natural > design) {
@@ -255,8 +309,7 @@ void ctl_Label::relayout()
             layOut(Whitespace::Normal, QTextOption::WrapAtWordBoundaryOrAnywhere, width);
         }
     }
-    const int height = int(std::ceil(doc.size().height()));
-    m_label->resize(width, height);
+    m_label->fit(width, ToPixels(m_maxHeight));
     m_label->update();
 }
 
@@ -275,6 +328,8 @@ QVariant ctl_Label::GetProperty(const QString& name) const
         return Font().pointSizeF();
     if (key == u"FONTBOLD")
         return Font().bold();
+    if (key == u"MAXHEIGHT")
+        return m_maxHeight;
     return Control::GetProperty(name);
 }
 
@@ -298,7 +353,9 @@ bool ctl_Label::SetProperty(const QString& name, const QVariant& value)
         QFont font = Font();
         font.setBold(value.toBool());
         SetFont(font);
-    } else
+    } else if (key == u"MAXHEIGHT")
+        SetMaxHeight(value.toInt());
+    else
         return Control::SetProperty(name, value);
     return true;
 }

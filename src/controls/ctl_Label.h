@@ -3,7 +3,7 @@
 // links that raise LinkClick with X. Alignment 0 keeps lines as written (left,
 // no wrapping, for tables), 1 centres wrapped lines, 3 justifies them. The
 // label keeps its width unless a line cannot be wrapped into it, and takes the
-// height its text needs.
+// height its text needs up to a maximum, beyond which the text scrolls.
 
 #include "forms/Control.h"
 
@@ -32,6 +32,10 @@ class ctl_Label : public Control {
     void SetFontSize(double points);
 
     void SetWidth(int twips) override;
+    /// The most height the label takes, in twips; 0 (the default) for none. A
+    /// taller text scrolls, with a scroll bar to the right of the text width.
+    int MaxHeight() const { return m_maxHeight; }
+    void SetMaxHeight(int twips);
 
     std::function<void(const QString& target)> LinkClick;
 
@@ -45,6 +49,7 @@ class ctl_Label : public Control {
     QString m_text;
     int m_alignment = 0;
     int m_designWidth = 0; ///< pixels: the width wrapping aims at
+    int m_maxHeight = 0;   ///< twips
 };
 
 } // namespace fw

@@ -16,15 +16,62 @@
 namespace fw::desktop {
 
 namespace {
+// A node shows at most this many characters of its text or attribute line;
+// reading keeps no more than that, with an ellipsis where it was cut, so an
+// entity repeated millions of times costs no memory beyond it.
 constexpr qsizetype kTextLimit = 256;
+const QChar kCut(0x2026);
 
-QString shownText(const QString& raw)
+QString cut(QString text)
 {
-    QString text = raw.simplified();
-    if (text.size() > kTextLimit)
-        text = text.left(kTextLimit) + QChar(0x2026);
+    if (text.size() > kTextLimit) {
+        text.truncate(kTextLimit);
+        text += kCut;
+    }
     return text;
 }
+
+// The text between two tags as it arrives in pieces: blanks folded to single
+// spaces, none at either end, and cut at the limit.
+class ShownText {
+  public:
+    void append(QStringView piece)
+    {
+        for (const QChar c : piece) {
+            if (m_cut)
+                return;
+            if (c.isSpace()) {
+                m_blank = !m_text.isEmpty();
+                continue;
+            }
+            if (std::exchange(m_blank, false))
+                push(u' ');
+            push(c);
+        }
+    }
+    bool full() const { return m_cut; }
+    /// The text so far, and a fresh start.
+    QString take()
+    {
+        QString text = std::exchange(m_text, QString());
+        if (std::exchange(m_cut, false))
+            text += kCut;
+        m_blank = false;
+        return text;
+    }
+
+  private:
+    void push(QChar c)
+    {
+        if (m_text.size() == kTextLimit)
+            m_cut = true;
+        else
+            m_text += c;
+    }
+    QString m_text;
+    bool m_blank = false;
+    bool m_cut = false;
+};
 } // namespace
 
 DesktopXml::Status DesktopXml::Load(const QString& path)
@@ -85,9 +132,12 @@ class DesktopXml::Reader {
         r.m_items.push_back(
             {r.m_open.empty() ? -1 : r.m_open.back(), Kind::Element, r.nameOf(name)});
         for (const XML_Char** a = attributes; *a; a += 2) {
+            // Only the start of a long value is decoded.
+            const QByteArrayView value(a[1], qsizetype(std::strlen(a[1])));
             r.m_line.clear();
-            r.m_line.append(a[0]).append(" = ").append(a[1]);
-            r.m_items.push_back({index, Kind::Attribute, QString::fromUtf8(r.m_line)});
+            r.m_line.append(a[0]).append(" = ").append(
+                value.first(std::min(value.size(), 4 * (kTextLimit + 1))));
+            r.m_items.push_back({index, Kind::Attribute, cut(QString::fromUtf8(r.m_line))});
         }
         r.m_open.push_back(index);
     }
@@ -99,7 +149,9 @@ class DesktopXml::Reader {
     }
     static void characters(void* self, const XML_Char* text, int length)
     {
-        static_cast<Reader*>(self)->m_text.append(text, length);
+        auto& r = *static_cast<Reader*>(self);
+        if (!r.m_text.full())
+            r.m_text.append(QString(r.m_decoder.decode(QByteArrayView(text, length))));
     }
     // Single-byte encodings that expat does not know itself (windows-1252,
     // ISO-8859-15...) are mapped byte by byte through Qt's converters.
@@ -132,10 +184,8 @@ class DesktopXml::Reader {
     }
     void flushText()
     {
-        if (m_text.isEmpty())
-            return;
-        QString text = shownText(QString::fromUtf8(m_text));
-        m_text.clear();
+        QString text = m_text.take();
+        m_decoder.resetState();
         if (!text.isEmpty() && !m_open.empty())
             m_items.push_back({m_open.back(), Kind::Text, std::move(text)});
     }
@@ -143,7 +193,9 @@ class DesktopXml::Reader {
     std::vector<Item>& m_items;
     XML_Parser m_parser;
     std::vector<int> m_open;
-    QByteArray m_text;
+    ShownText m_text;
+    // Expat hands over UTF-8, whatever the document's encoding.
+    QStringDecoder m_decoder{QStringDecoder::Utf8};
     QByteArray m_line;
     QHash<QByteArray, QString> m_names;
 };

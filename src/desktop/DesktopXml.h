@@ -7,8 +7,9 @@
 //   - each attribute as a child node "name = value" with the picture "property",
 //     before the element's content;
 //   - text and CDATA between tags as a child node of its own, blanks folded to
-//     single spaces and cut after 256 characters, without a picture; text of
-//     blanks alone is left out;
+//     single spaces, without a picture; text of blanks alone is left out;
+//   - texts and attribute lines are cut after 256 characters with an ellipsis,
+//     already while reading;
 //   - comments, processing instructions and the document type are left out.
 // Names stand as written, prefixes included. The top element is expanded.
 

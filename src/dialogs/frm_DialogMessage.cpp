@@ -29,6 +29,10 @@ constexpr int kLabelInset = 12;
 constexpr int kButtonTop = 10;
 constexpr int kButtonWidth = 112;
 constexpr int kButtonHeight = 28;
+constexpr int kMinTextHeight = 48; ///< a few lines, however small the screen
+// Room for a window manager's title bar and borders, which are not known
+// before the window first shows.
+constexpr int kFrameReserve = 64;
 
 int px(int pixels)
 {
@@ -262,6 +266,14 @@ void frm_DialogMessage::setUpBody(const std::array<Slot, 3>& rows)
         Resume([&] { label.SetLeft(left); });
         if (label.Width() > width)
             Resume([&] { SetWidth(Width() - width + label.Width() + 8 * pxX); });
+        // The dialog grows with its text only up to the screen's free height;
+        // beyond it the text scrolls inside its section.
+        const int frame = Height() - ScaleHeight();
+        const int fixed = (frame > 0 ? frame : kFrameReserve * pxY) + bar_Header->Height() +
+                          ctl_Sidebar->Height() + height + (5 + 16) * pxY + 2 * label.Top();
+        Resume([&] {
+            label.SetMaxHeight(std::max(kMinTextHeight * pxY, Screen::AvailableHeight() - fixed));
+        });
         Resume([&] { label.SetCaption(text); });
         Resume([&] { holder.SetWidth(ScaleWidth() - 2 * holder.Left()); });
         Resume([&] { holder.SetHeight(2 * label.Top() + label.Height()); });

@@ -26,6 +26,12 @@ int Screen::Height()
 {
     return ToTwips(primarySize().height());
 }
+int Screen::AvailableHeight()
+{
+    if (const QScreen* screen = QGuiApplication::primaryScreen())
+        return ToTwips(screen->availableGeometry().height());
+    return ToTwips(768);
+}
 int Screen::MousePointer()
 {
     return g_pointer;

@@ -12,6 +12,9 @@ class Screen {
     /// Size of the primary screen in twips.
     static int Width();
     static int Height();
+    /// Height of the primary screen's part that windows may take (without
+    /// panels and docks), in twips.
+    static int AvailableHeight();
 
     enum Pointer { Default = 0, Busy = 11, Custom = 99 };
     static int MousePointer();

@@ -9,6 +9,7 @@
 #include <QHeaderView>
 #include <QMouseEvent>
 #include <QPointer>
+#include <QScrollBar>
 #include <QTreeView>
 #include <utility>
 
@@ -16,20 +17,38 @@ namespace fw {
 
 // The model hands the view the nodes themselves as internal pointers; it keeps
 // no state of its own besides which child lists the view has asked about.
+// Under the last shown level the view gets one note row instead of the
+// children; its index carries the node above it with the lowest bit set,
+// which is free as nodes are aligned.
 class TreeModel : public QAbstractItemModel {
+    static constexpr quintptr kNoteTag = 1;
+
   public:
     TreeModel(TreeView& tree, QObject* parent) : QAbstractItemModel(parent), m_tree(&tree) {}
 
     static TreeNode* nodeOf(const QModelIndex& index)
     {
-        return index.isValid() ? static_cast<TreeNode*>(index.internalPointer()) : nullptr;
+        return index.isValid() && !(index.internalId() & kNoteTag)
+                   ? static_cast<TreeNode*>(index.internalPointer())
+                   : nullptr;
+    }
+    static TreeNode* noteOwner(const QModelIndex& index)
+    {
+        return index.isValid() && (index.internalId() & kNoteTag)
+                   ? reinterpret_cast<TreeNode*>(index.internalId() & ~kNoteTag)
+                   : nullptr;
+    }
+    static bool showsNoteBelow(const TreeNode* node)
+    {
+        return node && node->m_depth >= TreeView::ShownLevels - 1;
     }
     QModelIndex indexOf(TreeNode& node) const { return createIndex(node.m_row, 0, &node); }
 
-    // The list of children under parent, marked as known to the view.
+    // The list of children under parent, marked as known to the view; null
+    // where the view sees no nodes below.
     const std::vector<TreeNode*>* childrenOf(const QModelIndex& parent) const
     {
-        if (!m_tree)
+        if (!m_tree || noteOwner(parent))
             return nullptr;
         if (TreeNode* node = nodeOf(parent)) {
             node->m_childrenKnown = true;
@@ -41,6 +60,12 @@ class TreeModel : public QAbstractItemModel {
 
     QModelIndex index(int row, int column, const QModelIndex& parent) const override
     {
+        if (TreeNode* node = nodeOf(parent); showsNoteBelow(node)) {
+            node->m_childrenKnown = true;
+            if (row != 0 || column != 0 || node->m_children.empty())
+                return {};
+            return createIndex(0, 0, quintptr(node) | kNoteTag);
+        }
         const auto* list = childrenOf(parent);
         if (!list || column != 0 || row < 0 || row >= int(list->size()))
             return {};
@@ -48,6 +73,8 @@ class TreeModel : public QAbstractItemModel {
     }
     QModelIndex parent(const QModelIndex& child) const override
     {
+        if (TreeNode* owner = noteOwner(child))
+            return indexOf(*owner);
         TreeNode* node = nodeOf(child);
         if (!node || !node->m_parent)
             return {};
@@ -57,6 +84,10 @@ class TreeModel : public QAbstractItemModel {
     {
         if (parent.column() > 0)
             return 0;
+        if (TreeNode* node = nodeOf(parent); showsNoteBelow(node)) {
+            node->m_childrenKnown = true;
+            return node->m_children.empty() ? 0 : 1;
+        }
         const auto* list = childrenOf(parent);
         return list ? int(list->size()) : 0;
     }
@@ -64,10 +95,15 @@ class TreeModel : public QAbstractItemModel {
     bool hasChildren(const QModelIndex& parent) const override { return rowCount(parent) > 0; }
     Qt::ItemFlags flags(const QModelIndex& index) const override
     {
+        // The note shows greyed, and the keys pass over it.
+        if (noteOwner(index))
+            return Qt::NoItemFlags;
         return index.isValid() ? Qt::ItemIsEnabled | Qt::ItemIsSelectable : Qt::NoItemFlags;
     }
     QVariant data(const QModelIndex& index, int role) const override
     {
+        if (noteOwner(index) && m_tree)
+            return role == Qt::DisplayRole ? QVariant(m_tree->DepthNote) : QVariant();
         TreeNode* node = nodeOf(index);
         if (!node || !m_tree)
             return {};
@@ -78,10 +114,17 @@ class TreeModel : public QAbstractItemModel {
         return {};
     }
 
-    // Changes to a child list the view never saw need no announcement.
-    bool announces(TreeNode* parent) const
+    // The row of parent's list that the view sees change when a child comes
+    // or goes at row, or -1: changes to a list the view never saw need no
+    // announcement, and under the last shown level only the note's coming
+    // and going shows (the first child arriving, the last one leaving).
+    int shownRow(TreeNode* parent, int row, bool firstOrLast) const
     {
-        return parent ? parent->m_childrenKnown : m_tree->m_nodes.m_rootsKnown;
+        if (!(parent ? parent->m_childrenKnown : m_tree->m_nodes.m_rootsKnown))
+            return -1;
+        if (showsNoteBelow(parent))
+            return firstOrLast ? 0 : -1;
+        return row;
     }
     QModelIndex parentIndex(TreeNode* parent) const
     {
@@ -95,7 +138,7 @@ class TreeModel : public QAbstractItemModel {
     void endReset() { endResetModel(); }
     void changed(TreeNode& node)
     {
-        if (announces(node.m_parent)) {
+        if (shownRow(node.m_parent, node.m_row, false) >= 0) {
             const QModelIndex index = indexOf(node);
             emit dataChanged(index, index);
         }
@@ -114,7 +157,22 @@ class TreeWidget : public QTreeView {
     // arriving, which makes the first node current without anyone choosing it.
     bool m_movingByItself = false;
 
+    void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override
+    {
+        QTreeView::scrollTo(index, hint);
+        // Qt scrolls to the column's start; a deep row's text stands further right.
+        const int left = visualRect(index).left();
+        if (left < 0 || left > viewport()->width() - indentation())
+            horizontalScrollBar()->setValue(horizontalScrollBar()->value() + left - indentation());
+    }
+
   protected:
+    void resizeEvent(QResizeEvent* event) override
+    {
+        QTreeView::resizeEvent(event);
+        // The column fills the view, and grows past it with deep levels.
+        header()->setMinimumSectionSize(viewport()->width());
+    }
     void mousePressEvent(QMouseEvent* event) override
     {
         m_movingByItself = true;
@@ -237,7 +295,7 @@ QString TreeNode::FullPath() const
 
 void TreeNode::SetExpanded(bool expanded)
 {
-    if (!m_tree->m_view) {
+    if (!m_tree->m_view || !shown()) {
         m_expanded = expanded;
         return;
     }
@@ -263,7 +321,20 @@ void TreeNode::EnsureVisible()
         if (!node->m_expanded)
             node->SetExpanded(true);
     if (m_tree->m_view)
-        m_tree->m_view->scrollTo(m_tree->m_model->indexOf(*this));
+        m_tree->m_view->scrollTo(m_tree->m_model->indexOf(*shownAncestor()));
+}
+
+bool TreeNode::shown() const
+{
+    return m_depth < TreeView::ShownLevels;
+}
+
+TreeNode* TreeNode::shownAncestor() const
+{
+    const TreeNode* node = this;
+    while (!node->shown())
+        node = node->m_parent;
+    return const_cast<TreeNode*>(node);
 }
 
 // ---- TreeNodes --------------------------------------------------------------
@@ -311,16 +382,18 @@ TreeNode& TreeNodes::Add(TreeNode* relative, TreeRelationship relationship, cons
     node->m_image = imageId;
     node->m_selectedImage = selectedId;
     node->m_row = int(row);
-    const bool announce = m_tree.m_model && m_tree.m_model->announces(parent);
-    if (announce)
-        m_tree.m_model->beginInsert(parent, int(row));
+    node->m_depth = parent ? parent->m_depth + 1 : 0;
+    const int shownRow =
+        m_tree.m_model ? m_tree.m_model->shownRow(parent, int(row), list.empty()) : -1;
+    if (shownRow >= 0)
+        m_tree.m_model->beginInsert(parent, shownRow);
     list.insert(list.begin() + std::ptrdiff_t(row), node);
     for (std::size_t i = row + 1; i < list.size(); ++i)
         list[i]->m_row = int(i);
     if (!key.isEmpty())
         m_byKey.insert(key, node);
     ++m_count;
-    if (announce)
+    if (shownRow >= 0)
         m_tree.m_model->endInsert();
     return *node;
 }
@@ -345,16 +418,17 @@ void TreeNodes::Remove(TreeNode& node)
     TreeNode* parent = node.m_parent;
     std::vector<TreeNode*>& list = parent ? parent->m_children : m_roots;
     const int row = node.m_row;
-    const bool announce = m_tree.m_model && m_tree.m_model->announces(parent);
+    const int shownRow =
+        m_tree.m_model ? m_tree.m_model->shownRow(parent, row, list.size() == 1) : -1;
     // The selection that moves off a removed node is no click of the user's.
     const bool wasSelectingByCode = std::exchange(m_tree.m_selectingByCode, true);
-    if (announce)
-        m_tree.m_model->beginRemove(parent, row);
+    if (shownRow >= 0)
+        m_tree.m_model->beginRemove(parent, shownRow);
     list.erase(list.begin() + row);
     for (std::size_t i = std::size_t(row); i < list.size(); ++i)
         list[i]->m_row = int(i);
     freeSubtree(&node, [this](TreeNode& gone) { forget(gone); });
-    if (announce)
+    if (shownRow >= 0)
         m_tree.m_model->endRemove();
     m_tree.m_selectingByCode = wasSelectingByCode;
 }
@@ -384,6 +458,10 @@ TreeView::TreeView(Form& form, const QString& name, QWidget* container)
     // Every row is one line of text beside a small picture; uniform heights
     // spare the view from measuring each row of a large tree.
     m_view->setUniformRowHeights(true);
+    // Deep levels stand far to the right: a column as wide as its rows lets
+    // the view scroll to them (Qt measures only some rows around those shown).
+    m_view->header()->setStretchLastSection(false);
+    m_view->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     m_view->setSelectionMode(QAbstractItemView::SingleSelection);
     m_view->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_view->setModel(m_model);
@@ -498,8 +576,10 @@ void TreeView::SetSelectedItem(TreeNode* node)
     if (!m_view)
         return;
     m_selectingByCode = true;
+    // A node below the shown levels cannot be selected; the view marks the
+    // last one above it.
     if (node)
-        m_view->setCurrentIndex(m_model->indexOf(*node));
+        m_view->setCurrentIndex(m_model->indexOf(*node->shownAncestor()));
     else
         m_view->selectionModel()->clear();
     m_selectingByCode = false;
@@ -540,7 +620,7 @@ void TreeView::SetHeight(int twips)
 
 QRect TreeView::NodeRect(const TreeNode& node) const
 {
-    if (!m_view)
+    if (!m_view || !node.shown())
         return {};
     for (const TreeNode* up = node.m_parent; up; up = up->m_parent)
         if (!up->m_expanded)

@@ -89,6 +89,9 @@ class TreeNode {
     friend class TreeNodes;
     TreeNode(fw::TreeView& tree, TreeNode* parent) : m_tree(&tree), m_parent(parent) {}
     const std::vector<TreeNode*>& siblings() const;
+    /// Within the levels the view shows.
+    bool shown() const;
+    TreeNode* shownAncestor() const;
 
     fw::TreeView* m_tree;
     TreeNode* m_parent;
@@ -97,6 +100,7 @@ class TreeNode {
     QString m_text;
     QString m_tag;
     int m_row = 0;
+    int m_depth = 0; ///< 0 at the top level
     // Picture keys as numbers in the tree's own key table, 0 for none.
     std::uint16_t m_image = 0;
     std::uint16_t m_selectedImage = 0;
@@ -151,6 +155,14 @@ class TreeNodes {
 
 class TreeView : public Control {
   public:
+    /// Levels the view shows at most. Qt's tree view lays out expanded levels
+    /// by recursion, one stack frame per level, so a deeper document would
+    /// overflow the stack; under the last shown level a note row stands for
+    /// the rest. The nodes themselves nest as deep as they come.
+    static constexpr int ShownLevels = 256;
+    /// The text of that note row.
+    QString DepthNote = QStringLiteral("\u2026");
+
     TreeView(Form& form, const QString& name, QWidget* container = nullptr);
     ~TreeView() override;
 

@@ -1,6 +1,7 @@
 #include "inspect/frm_DialogXMLInspector.h"
 
 #include "controls/ctl_CmdBar.h"
+#include "core/hLangText.h"
 #include "dialogs/MessageBox.h"
 #include "forms/ImageList.h"
 #include "forms/Resume.h"
@@ -123,6 +124,8 @@ void frm_DialogXMLInspector::Form_Load()
 {
     if (!CaptionText.isEmpty())
         SetCaption(CaptionText);
+    tvw_XML->DepthNote = qs(hLangText("\u2026 tiefere Ebenen werden nicht angezeigt",
+                                      "\u2026 deeper levels are not shown"));
     if (Xml)
         Resume([&] { Xml->fillTree(*tvw_XML, nullptr); });
 }

@@ -128,4 +128,33 @@ TEST(DesktopXml, AnElementWithAHundredThousandAttributes)
     EXPECT_EQ(root->Child()->LastSibling()->Text(), "a99999 = 99999");
 }
 
+TEST(DesktopXml, LongTextsAndAttributesAreFoldedAndCutWithAnEllipsis)
+{
+    const QString cut = QString(256, u'x') + QChar(0x2026);
+    const QByteArray manyBlanks(100000, ' ');
+    const struct {
+        const char* name;
+        QByteArray document;
+        QString shown; ///< the text of the top element's first child
+    } cases[] = {
+        {"text", "<a>" + QByteArray(300, 'x') + "</a>", cut},
+        {"entity used many times",
+         "<!DOCTYPE a [<!ENTITY e 'xx'>]><a>" + QByteArray("&e;").repeated(100000) + "</a>", cut},
+        {"blanks do not count", "<a>" + manyBlanks + "x" + manyBlanks + "y" + manyBlanks + "</a>",
+         "x y"},
+        {"blanks between pieces", "<!DOCTYPE a [<!ENTITY e ' x '>]><a>&e;&e;<![CDATA[ y]]></a>",
+         "x x y"},
+        {"exactly the limit", "<a>" + QByteArray(256, 'x') + " </a>", QString(256, u'x')},
+        {"attribute", "<a v='" + QByteArray(300, 'x') + "'/>",
+         "v = " + QString(252, u'x') + QChar(0x2026)},
+    };
+    for (const auto& c : cases) {
+        DesktopXml xml;
+        ASSERT_EQ(xml.LoadData(c.document), DesktopXml::Status::Ok) << c.name;
+        XmlTreeForm form;
+        xml.fillTree(*form.tvw, nullptr);
+        EXPECT_EQ(form.tvw->Nodes().Roots().front()->Child()->Text(), c.shown) << c.name;
+    }
+}
+
 } // namespace

@@ -1,6 +1,7 @@
 // The message dialog, driven through real key presses and clicks.
 #include "InputTestSupport.h"
 #include "controls/ctl_Button.h"
+#include "controls/ctl_CmdBar.h"
 #include "controls/ctl_Label.h"
 #include "controls/ctl_Pannel.h"
 #include "controls/ctl_Title.h"
@@ -8,7 +9,11 @@
 #include "forms/Screen.h"
 #include "forms/testing/UserInput.h"
 
+#include <QApplication>
 #include <QFontInfo>
+#include <QScreen>
+#include <QScrollBar>
+#include <QWheelEvent>
 #include <QWidget>
 #include <gtest/gtest.h>
 
@@ -227,6 +232,42 @@ TEST_F(MessageDialog, LongerTextMakesATallerDialog)
                  << "the text fits its section";
              f.Unload();
          });
+}
+
+TEST_F(MessageDialog, AVeryLongTextScrollsInsideADialogThatStaysOnTheScreen)
+{
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    const std::string words =
+        QStringLiteral("Eine Zeile mit Text darin. ").repeated(800).toStdString();
+    for (const std::string& text : {words, std::string(100000, 'x')}) {
+        SCOPED_TRACE(text.substr(0, 10));
+        show([&](DialogContext& x) { x.Texts.Description = text; },
+             [&](frm_DialogMessage& f) {
+                 QWidget* window = f.window();
+                 EXPECT_TRUE(screen.contains(window->frameGeometry()))
+                     << "title and buttons included";
+                 const QRect buttons = f.ctl_Sidebar->widget()->geometry();
+                 EXPECT_TRUE(window->rect().contains(buttons));
+                 const ctl_Label& label = f.lab_Description[0];
+                 EXPECT_GE(f.pan_Holder[0].Height(), label.Top() + label.Height());
+
+                 // The wheel over the text scrolls it to its end.
+                 QWidget* shown = label.widget();
+                 auto* bar = shown->findChild<QScrollBar*>();
+                 ASSERT_TRUE(bar && bar->isVisible());
+                 const QImage top = shown->grab().toImage();
+                 const QPointF at(shown->width() / 2, shown->height() / 2);
+                 for (int turn = 0; turn < 1000 && bar->value() < bar->maximum(); ++turn) {
+                     QWheelEvent wheel(at, shown->mapToGlobal(at), {}, QPoint(0, -120),
+                                       Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+                     QApplication::sendEvent(shown, &wheel);
+                 }
+                 EXPECT_EQ(bar->value(), bar->maximum());
+                 EXPECT_GT(bar->maximum(), 0);
+                 EXPECT_NE(shown->grab().toImage(), top) << "other lines show";
+                 f.Unload();
+             });
+    }
 }
 
 TEST_F(MessageDialog, AWideLineWidensTheDialogAndKeepsItCentred)

@@ -8,6 +8,7 @@
 #include "forms/testing/TreeInput.h"
 #include "forms/testing/UserInput.h"
 
+#include <QAbstractItemModelTester>
 #include <QAbstractItemView>
 #include <QIcon>
 #include <QWidget>
@@ -201,6 +202,41 @@ TEST_F(TreeViewTest, RemovingANodeFreesTheKeysBelowIt)
     nodes.Clear();
     EXPECT_EQ(nodes.Count(), 0);
     EXPECT_EQ(form.tvw->HitTest(ToTwips(20), ToTwips(8)), nullptr);
+}
+
+TEST_F(TreeViewTest, BelowTheShownLevelsANoteComesAndGoesWithTheNodes)
+{
+    auto* view = static_cast<QAbstractItemView*>(form.tvw->widget());
+    // Fails hard on any change the model announces wrongly to the view.
+    QAbstractItemModelTester tester(view->model(),
+                                    QAbstractItemModelTester::FailureReportingMode::Fatal);
+    TreeNodes& nodes = form.tvw->Nodes();
+    TreeNode* last = b;
+    for (int level = 1; level < TreeView::ShownLevels; ++level)
+        last = &nodes.Add(last, tvwChild, {}, QString::number(level));
+    nodes.Add(last, tvwChild, "hidden", "versteckt");
+    ClickNode(*form.tvw, *b);
+    PressKey(form, Qt::Key_Asterisk);
+    EXPECT_TRUE(last->Expanded());
+
+    QModelIndex lastIndex = view->model()->index(1, 0, {});
+    for (int level = 1; level < TreeView::ShownLevels; ++level)
+        lastIndex = view->model()->index(0, 0, lastIndex);
+    ASSERT_EQ(lastIndex.data().toString(), last->Text());
+    const auto noteShown = [&] { return view->model()->index(0, 0, lastIndex).data().toString(); };
+    EXPECT_EQ(noteShown(), form.tvw->DepthNote);
+    EXPECT_TRUE(form.tvw->NodeRect(nodes.Item("hidden")).isEmpty());
+
+    nodes.Add("hidden", tvwNext, "second", "zweiter");
+    nodes.Remove("hidden");
+    EXPECT_EQ(noteShown(), form.tvw->DepthNote) << "one node is left below";
+    nodes.Remove("second");
+    ProcessEvents();
+    EXPECT_EQ(view->model()->rowCount(lastIndex), 0);
+    nodes.Add(last, tvwChild, "again", "wieder");
+    EXPECT_EQ(noteShown(), form.tvw->DepthNote);
+    form.tvw->SetSelectedItem(&nodes.Item("again"));
+    EXPECT_EQ(form.tvw->SelectedItem(), last) << "the last shown level stands for it";
 }
 
 } // namespace

@@ -11,6 +11,7 @@
 #include "inspect/frm_DialogXMLInspector.h"
 #include "testing/TestHost.h"
 
+#include <QAbstractItemView>
 #include <QWidget>
 #include <gtest/gtest.h>
 
@@ -135,6 +136,47 @@ TEST_F(XmlInspector, TheDesktopObjectShowsADocumentWithItsPictures)
         ClickNode(tree, *posten->Child());
         EXPECT_EQ(tree.SelectedItem(), posten->Child());
         EXPECT_FALSE(form.img_XML->Picture(QStringLiteral("tag.open")).isNull());
+    });
+}
+
+TEST_F(XmlInspector, StarExpandsADeepDocumentDownToANoteWithoutOverflowingTheStack)
+{
+    constexpr int depth = 100000;
+    auto deepXml = std::make_shared<desktop::DesktopXml>();
+    ASSERT_EQ(
+        deepXml->LoadData(QByteArray("<a>").repeated(depth) + QByteArray("</a>").repeated(depth)),
+        desktop::DesktopXml::Status::Ok);
+    form.Xml = deepXml;
+    run([&] {
+        TreeView& tree = *form.tvw_XML;
+        Type(form, QStringLiteral("*"));
+        ProcessEvents();
+        TreeNode* last = tree.Nodes().Roots().front();
+        for (int level = 1; level < TreeView::ShownLevels; ++level)
+            last = last->Child();
+        EXPECT_TRUE(last->Expanded());
+        EXPECT_FALSE(last->Child()->Expanded()) << "the levels below stay as they were";
+        // What the view shows: every level expanded down to the last shown
+        // one, and under it a note in place of the rest.
+        auto* view = static_cast<QAbstractItemView*>(tree.widget());
+        QModelIndex index = view->model()->index(0, 0, {});
+        for (int level = 1; level < TreeView::ShownLevels; ++level)
+            index = view->model()->index(0, 0, index);
+        EXPECT_EQ(index.data().toString(), "a");
+        const QModelIndex note = view->model()->index(0, 0, index);
+        EXPECT_EQ(note.data().toString(), tree.DepthNote);
+        EXPECT_FALSE(view->model()->hasChildren(note));
+        // End walks to the deepest shown row, and the view scrolls right to it.
+        PressKey(form, Qt::Key_End);
+        EXPECT_EQ(tree.SelectedItem(), last);
+        EXPECT_TRUE(tree.viewport()->rect().contains(tree.NodeRect(*last).topLeft()));
+
+        // Collapsing by key and removing the expanded levels stay quick and flat.
+        PressKey(form, Qt::Key_Home);
+        PressKey(form, Qt::Key_Left);
+        EXPECT_FALSE(tree.Nodes().Roots().front()->Expanded());
+        tree.Nodes().Remove(*tree.Nodes().Roots().front()->Child());
+        EXPECT_EQ(tree.Nodes().Count(), 1);
     });
 }
 

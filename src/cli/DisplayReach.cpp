@@ -35,9 +35,11 @@ QString waylandSocket()
 // A socket that accepts a connection is enough; the protocol is Qt's business.
 bool waylandAnswers()
 {
-    const QByteArray path = waylandSocket().toLocal8Bit();
+    const QString socket = waylandSocket();
+    const QByteArray path = socket.toLocal8Bit();
     sockaddr_un address{};
-    if (path.size() >= qsizetype(sizeof(address.sun_path)))
+    // Without XDG_RUNTIME_DIR there is no place to look, as for libwayland-client.
+    if (!QFileInfo(socket).isAbsolute() || path.size() >= qsizetype(sizeof(address.sun_path)))
         return false;
     address.sun_family = AF_UNIX;
     std::copy(path.cbegin(), path.cend(), address.sun_path);
@@ -72,7 +74,7 @@ QString UnreachableDisplay()
             .arg(display);
     return QStringLiteral("cannot reach the Wayland display %1 (set WAYLAND_DISPLAY to a "
                           "running compositor, or use --screenshot)")
-        .arg(waylandSocket());
+        .arg(qEnvironmentVariable("WAYLAND_DISPLAY", QStringLiteral("wayland-0")));
 }
 
 } // namespace fw::cli

@@ -6,6 +6,7 @@ set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/setup-common.sh"
 
 install_missing
+latin1_locale
 configure
 say "Building"
 cmake --build "$build" -j"$(build_jobs)"

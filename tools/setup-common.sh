@@ -12,6 +12,8 @@ packages=(
     xvfb xauth                # a virtual display where there is no screen
     fonts-dejavu-core adwaita-icon-theme
     python3-pyftpdlib         # a real FTP server on loopback for the FTP console's tests
+    libxcb1-dev               # the command asks the X server before Qt would abort
+    locales                   # a Latin-1 locale for the command's argument decoding test
 )
 
 say() { printf '\n== %s\n' "$*"; }
@@ -42,6 +44,13 @@ install_missing() {
     as_root env DEBIAN_FRONTEND=noninteractive apt-get update -q
     as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends \
         "${missing[@]}"
+}
+
+# The command's tests read arguments in a Latin-1 locale; without it that row is skipped.
+latin1_locale() {
+    locale -a 2>/dev/null | grep -qx 'de_DE.iso88591' && return
+    say "Generating the de_DE.ISO-8859-1 locale"
+    as_root localedef -i de_DE -f ISO-8859-1 de_DE.ISO-8859-1
 }
 
 configure() {

@@ -1,7 +1,10 @@
 #include "cli/Cli.h"
 
+#include "cli/Arguments.h"
 #include "cli/BoundedInput.h"
+#include "cli/DialogProfiles.h"
 #include "cli/DialogRuns.h"
+#include "cli/DisplayReach.h"
 #include "cli/Members.h"
 #include "cli/Options.h"
 #include "cli/RunDeadline.h"
@@ -49,7 +52,21 @@ const QHash<QString, QStringList>& resultMembers()
 // them as two: prompts from --text and --text2, answers as an array of two.
 bool TakesPairs(const QString& dialog)
 {
-    return dialog == QLatin1String("frm_DialogInputDbl");
+    const DialogProfile* profile = FindProfile(dialog);
+    return profile && profile->takesPairs;
+}
+
+// A public variable the form does not have would otherwise fail only once
+// the window is made; the table knows it before.
+Outcome refuseUntakenPublics(const QString& dialog, const QVariantMap& publics)
+{
+    const DialogProfile* profile = FindProfile(dialog);
+    for (auto it = publics.cbegin(); it != publics.cend(); ++it)
+        if (profile && !profile->takes(QStringLiteral("Public.") + it.key()))
+            return {ExitUsage, QStringLiteral("%1 does not take Public.%2 (formwerk %1 --help "
+                                              "lists what it takes)")
+                                   .arg(dialog, it.key())};
+    return {};
 }
 
 void packPrompts(DialogContext& context)
@@ -114,8 +131,11 @@ Outcome fillRecords(const Invocation& inv, DialogContext& context, QVariantMap& 
         QJsonObject request;
         if (Outcome failure = readRequest(inv.requestFile, request))
             return failure;
-        if (QString error = ApplyRequest(request, context, publics); !error.isEmpty())
+        if (QString error = ApplyRequest(request, context, publics, TakesPairs(inv.dialog));
+            !error.isEmpty())
             return {ExitData, QStringLiteral("request: ") + error};
+        if (Outcome refused = refuseUntakenPublics(inv.dialog, publics))
+            return refused;
     }
     for (const auto& [path, value] : inv.members) {
         const Member* member = FindMember(path);
@@ -264,11 +284,14 @@ Outcome runDialog(const Invocation& inv, QTextStream& out)
 
 // The offscreen platform says on stderr what it cannot do (raise a window,
 // pass on size hints); that is not news for someone reading the command's errors.
+// Nor is where Qt puts its runtime folder when XDG_RUNTIME_DIR is unset (as
+// for root): the command keeps nothing there.
 QtMessageHandler g_nextHandler = nullptr;
 
 void quietOffscreenNotices(QtMsgType type, const QMessageLogContext& where, const QString& text)
 {
-    if (type == QtWarningMsg && text.startsWith(QLatin1String("This plugin does not support")))
+    if (type == QtWarningMsg && (text.startsWith(QLatin1String("This plugin does not support")) ||
+                                 text.startsWith(QLatin1String("QStandardPaths: "))))
         return;
     g_nextHandler(type, where, text);
 }
@@ -299,8 +322,10 @@ int Run(const QStringList& args, QTextStream& out, QTextStream& err)
     Outcome outcome;
     if (!parsed.error.isEmpty()) {
         outcome = {ExitUsage, parsed.error};
+    } else if (inv.version) {
+        out << "formwerk " << FORMWERK_VERSION << '\n';
     } else if (inv.help) {
-        out << HelpText();
+        out << (inv.dialog.isEmpty() ? HelpText() : DialogHelpText(inv.dialog));
     } else if (inv.list) {
         for (const std::string& name : cls_Formwerk::Names())
             out << QString::fromStdString(name) << '\n';
@@ -334,15 +359,15 @@ QString DisplayProblem(bool screenshot, bool scripted)
         platform.isEmpty() || platform.startsWith("xcb") || platform.startsWith("wayland");
     if (!needsServer || !qEnvironmentVariableIsEmpty("DISPLAY") ||
         !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
-        return {};
+        return needsServer ? UnreachableDisplay() : QString();
     return QStringLiteral("no display to show the dialog on (set DISPLAY, or use --screenshot)");
 }
 
 int Main(int argc, char** argv)
 {
-    QStringList args;
-    for (int i = 1; i < argc; ++i)
-        args << QString::fromLocal8Bit(argv[i]);
+    const QStringList args = DecodeArguments(argc, argv, [](const QString& line) {
+        std::fputs(qPrintable(QStringLiteral("formwerk: ") + line + u'\n'), stderr);
+    });
     QTextStream out(stdout);
     QTextStream err(stderr);
 

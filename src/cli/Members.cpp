@@ -244,7 +244,8 @@ QVariant ToVariant(const QJsonValue& value, Kind kind)
     return {};
 }
 
-QString ApplyRequest(const QJsonObject& request, DialogContext& context, QVariantMap& publics)
+QString ApplyRequest(const QJsonObject& request, DialogContext& context, QVariantMap& publics,
+                     bool takesPairs)
 {
     for (auto record = request.begin(); record != request.end(); ++record) {
         if (!kRecords.contains(record.key()))
@@ -257,8 +258,10 @@ QString ApplyRequest(const QJsonObject& request, DialogContext& context, QVarian
             const Member* member = FindMember(path);
             if (!member)
                 return QStringLiteral("unknown member %1").arg(path);
-            if (!HasKind(*it, member->kind))
-                return QStringLiteral("%1 must be %2").arg(path, KindName(member->kind));
+            const Kind kind =
+                member->kind == Kind::TextOrPair && !takesPairs ? Kind::Text : member->kind;
+            if (!HasKind(*it, kind))
+                return QStringLiteral("%1 must be %2").arg(path, KindName(kind));
             if (member->isPublic())
                 publics.insert(member->shortName(), ToVariant(*it, member->kind));
             else

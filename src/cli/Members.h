@@ -47,7 +47,10 @@ QVariant ToVariant(const QJsonValue& value, Kind kind);
 
 /// Fills records and public variables from a request object such as
 /// {"Request":{"Title":"…"},"Texts":{…},"Public":{"DialogMode":1}}.
+/// Pair members take an array of two only where the dialog takesPairs; any
+/// other dialog would show the packed form to its user.
 /// Returns an empty string, or what is wrong, naming the member.
-QString ApplyRequest(const QJsonObject& request, DialogContext& context, QVariantMap& publics);
+QString ApplyRequest(const QJsonObject& request, DialogContext& context, QVariantMap& publics,
+                     bool takesPairs);
 
 } // namespace fw::cli

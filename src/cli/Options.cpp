@@ -1,6 +1,7 @@
 #include "cli/Options.h"
 
 #include "cli/BoundedInput.h"
+#include "cli/DialogProfiles.h"
 #include "cli/DialogRuns.h"
 #include "cli/Members.h"
 #include "cli/RunDeadline.h"
@@ -63,7 +64,9 @@ constexpr std::array kOptions{
            "end the dialog unanswered after SECONDS (fractions allowed, 0 for no limit): it "
            "prints {\"Result\":0,\"TimedOut\":true} and exits 124"},
     Option{"list", nullptr, Setting::List, nullptr, "print the dialog names and exit"},
-    Option{"help", nullptr, Setting::Help, nullptr, "print this help and exit"},
+    Option{"help", nullptr, Setting::Help, nullptr,
+           "print this help and exit; after a dialog's name, what that dialog takes"},
+    Option{"version", nullptr, Setting::Version, nullptr, "print the version and exit"},
 };
 
 const Option* findOption(const QString& name)
@@ -157,12 +160,36 @@ QString applyOption(const Option& option, const QString& value, Invocation& inv)
     case Setting::Help:
         inv.help = true;
         return {};
+    case Setting::Version:
+        inv.version = true;
+        return {};
     }
     return {};
 }
 
-// Words of a help text on lines up to width columns, the later lines indented.
-QString wrap(const QString& help, int indent, int width)
+// A member the dialog never reads would be dropped without a word; say so instead.
+QString inapplicableOption(const std::vector<const Option*>& given, const QString& dialog)
+{
+    for (const Option* option : given)
+        if (!OptionApplies(*option, dialog))
+            return QStringLiteral(
+                       "--%1 does not apply to %2 (formwerk %2 --help lists what it takes)")
+                .arg(QLatin1String(option->name), dialog);
+    return {};
+}
+
+} // namespace
+
+QStringList Invocation::extra(const QString& name) const
+{
+    QStringList values;
+    for (const auto& [option, value] : extras)
+        if (option == name)
+            values << value;
+    return values;
+}
+
+QString WrapWords(const QString& help, int indent, int width)
 {
     QString wrapped;
     int column = indent;
@@ -180,15 +207,12 @@ QString wrap(const QString& help, int indent, int width)
     return wrapped;
 }
 
-} // namespace
-
-QStringList Invocation::extra(const QString& name) const
+QString OptionHelpLine(const Option& option)
 {
-    QStringList values;
-    for (const auto& [option, value] : extras)
-        if (option == name)
-            values << value;
-    return values;
+    QString head = QStringLiteral("  --") + QLatin1String(option.name);
+    if (option.value)
+        head += u' ' + QLatin1String(option.value);
+    return head.leftJustified(22) + u' ' + WrapWords(QLatin1String(option.help), 23, 79) + u'\n';
 }
 
 std::span<const Option> Options()
@@ -201,6 +225,7 @@ ParseResult Parse(const QStringList& args)
     ParseResult result;
     Invocation& inv = result.invocation;
     QStringList positional;
+    std::vector<const Option*> given;
     bool optionsEnded = false;
     for (qsizetype i = 0; i < args.size(); ++i) {
         const QString& arg = args[i];
@@ -242,8 +267,10 @@ ParseResult Parse(const QStringList& args)
             result.error = error;
             return result;
         }
+        given.push_back(option);
     }
-    if (!inv.needsWindow())
+    // "formwerk NAME --help" is about that dialog; other runs without a window need no name.
+    if (!inv.needsWindow() && !(inv.help && !positional.isEmpty()))
         return result;
     if (positional.isEmpty()) {
         result.error = QStringLiteral("which dialog? (formwerk --list names them)");
@@ -261,6 +288,8 @@ ParseResult Parse(const QStringList& args)
     if (!known)
         result.error =
             QStringLiteral("unknown dialog '%1' (formwerk --list names them)").arg(inv.dialog);
+    else if (!inv.help)
+        result.error = inapplicableOption(given, inv.dialog);
     return result;
 }
 
@@ -272,12 +301,8 @@ QString HelpText()
                        "Shows the dialog NAME in a window, prints the answer as one JSON object\n"
                        "such as {\"Result\":6} and exits with the result code (negative codes as\n"
                        "their low byte: -3 exits 253).\n\nOptions:\n");
-    for (const Option& option : kOptions) {
-        QString head = QStringLiteral("  --") + QLatin1String(option.name);
-        if (option.value)
-            head += u' ' + QLatin1String(option.value);
-        text += head.leftJustified(22) + u' ' + wrap(QLatin1String(option.help), 23, 79) + u'\n';
-    }
+    for (const Option& option : kOptions)
+        text += OptionHelpLine(option);
     text += QStringLiteral(
         "\nA request file holds the host records by their member names, for example\n"
         "  {\"Request\":{\"Title\":\"Save?\",\"Flags\":4},\"Texts\":{\"Description\":\"...\"},\n"

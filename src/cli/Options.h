@@ -38,7 +38,8 @@ enum class Setting {
     Screenshot,
     Timeout,
     List,
-    Help
+    Help,
+    Version
 };
 
 struct Option {
@@ -65,6 +66,7 @@ struct Invocation {
     int timeoutMs = -1; ///< --timeout in milliseconds; -1 not given, 0 no limit
     bool list = false;
     bool help = false;
+    bool version = false;
     /// Values of Setting::Extra options by option name, in command-line order.
     std::vector<std::pair<QString, QString>> extras;
 
@@ -73,7 +75,7 @@ struct Invocation {
     bool hasExtra(const QString& name) const { return !extra(name).isEmpty(); }
 
     /// Whether this run opens a window (and so needs a display or --screenshot).
-    bool needsWindow() const { return !help && !list; }
+    bool needsWindow() const { return !help && !list && !version; }
 };
 
 struct ParseResult {
@@ -86,5 +88,11 @@ ParseResult Parse(const QStringList& args);
 
 /// The text of --help.
 QString HelpText();
+
+/// One option's line of a help text, its description wrapped at 79 columns.
+QString OptionHelpLine(const Option& option);
+
+/// Words on lines up to width columns, the later lines indented by indent.
+QString WrapWords(const QString& text, int indent, int width);
 
 } // namespace fw::cli

@@ -3,11 +3,37 @@
 #include "CliRun.h"
 
 #include <QJsonArray>
+#include <clocale>
 
 namespace {
 
 using fw::testing::answerProgram;
 using fw::testing::Ran;
+
+// The program with --default given as raw bytes (printf escapes), which a
+// QStringList argument could not carry.
+Ran answerWithRawDefault(const char* locale, const char* printfBytes)
+{
+    QProcess process;
+    QProcessEnvironment env = fw::testing::quietEnvironment();
+    env.insert("QT_QPA_PLATFORM", "offscreen");
+    env.insert("FORMWERK_SCRIPT_KEYS", "Return");
+    env.insert("LC_ALL", locale);
+    process.setProcessEnvironment(env);
+    process.start("/bin/sh", {"-c", R"sh(exec "$0" frm_DialogInput --default "$(printf "$1")")sh",
+                              FORMWERK_CLI_PATH, printfBytes});
+    EXPECT_TRUE(process.waitForFinished(30000));
+    return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
+            QString::fromUtf8(process.readAllStandardError())};
+}
+
+bool localeInstalled(const char* name)
+{
+    locale_t locale = newlocale(LC_CTYPE_MASK, name, locale_t(0));
+    if (locale)
+        freelocale(locale);
+    return locale != locale_t(0);
+}
 
 TEST(CliInput, TypedTextComesBackAsInputText)
 {
@@ -58,6 +84,36 @@ TEST(CliInput, TheTwoFieldFormTakesAndGivesTwoTexts)
                                         "Description":["Eins","Zwei"]}})");
     EXPECT_EQ(request.json(), (QJsonObject{{"Result", 1}, {"InputText", pair}}))
         << request.err.toStdString();
+}
+
+TEST(CliInput, ArgumentsAreReadInTheLocalesEncodingAndUndecodableOnesAreNamed)
+{
+    const struct Row {
+        const char* locale;
+        const char* bytes;
+        QString shown;
+        const char* warning;
+    } rows[] = {
+        {"C.UTF-8", "Gr\\303\\274n", QStringLiteral("Grün"), nullptr},
+        {"C", "Gr\\303\\274n", QStringLiteral("Grün"), nullptr},
+        {"de_DE.ISO-8859-1", "Gr\\374n", QStringLiteral("Grün"), nullptr},
+        {"C.UTF-8", "Gr\\374n", QStringLiteral("Gr\uFFFDn"),
+         "argument 3 \"Gr\uFFFDn\" is not valid UTF-8"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.locale);
+        if (!localeInstalled(row.locale)) {
+            std::printf("locale %s is not installed; row skipped\n", row.locale);
+            continue;
+        }
+        const Ran f = answerWithRawDefault(row.locale, row.bytes);
+        EXPECT_EQ(f.json().value("InputText").toString(), row.shown) << f.err.toStdString();
+        if (row.warning)
+            EXPECT_TRUE(f.err.startsWith(QString("formwerk: ") + row.warning))
+                << f.err.toStdString();
+        else
+            EXPECT_EQ(f.err, "");
+    }
 }
 
 } // namespace

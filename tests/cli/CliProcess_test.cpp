@@ -32,6 +32,7 @@ TEST(CliProcess, ScriptedKeysAnswerTheDialog)
         SCOPED_TRACE(row.name);
         const Ran f = answerProgram({"frm_DialogMessage", "--flags", row.flags}, row.keys);
         EXPECT_EQ(f.code, row.exitCode) << f.err.toStdString();
+        EXPECT_EQ(f.err, "") << "stderr is for formwerk's own lines";
         EXPECT_EQ(f.json(), QJsonObject({{"Result", row.result}})) << f.out.toStdString();
         EXPECT_TRUE(f.out.endsWith("}\n"));
         EXPECT_EQ(f.out.count('\n'), 1) << "one JSON object on one line";
@@ -49,6 +50,9 @@ TEST(CliProcess, WithoutAWayToBeAnsweredItRefusesRatherThanFailOrWait)
 {
     QProcessEnvironment offscreen = quietEnvironment();
     offscreen.insert("QT_QPA_PLATFORM", "offscreen");
+    // No X server listens on a display number this high.
+    QProcessEnvironment deadDisplay = quietEnvironment();
+    deadDisplay.insert("DISPLAY", ":193");
     const struct {
         QProcessEnvironment env;
         QStringList args;
@@ -60,6 +64,7 @@ TEST(CliProcess, WithoutAWayToBeAnsweredItRefusesRatherThanFailOrWait)
          69,
          "formwerk: no display to show the dialog on (set DISPLAY, or use --screenshot)\n"},
         {offscreen, {"frm_DialogMessage"}, 69, "formwerk: the offscreen platform shows no window"},
+        {deadDisplay, {"frm_DialogMessage"}, 69, "formwerk: cannot open display :193: "},
         // A message box here would hang or crash the process.
         {offscreen, {"frm_DialogNothing"}, 64, "formwerk: unknown dialog 'frm_DialogNothing'"},
     };

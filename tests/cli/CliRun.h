@@ -33,8 +33,8 @@ inline Ran runInProcess(const QStringList& args)
 inline QProcessEnvironment quietEnvironment()
 {
     QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-    for (const char* name :
-         {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "FORMWERK_SCRIPT_KEYS"})
+    for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM",
+                             "FORMWERK_SCRIPT_KEYS", "XDG_RUNTIME_DIR"})
         env.remove(name);
     return env;
 }

@@ -9,6 +9,7 @@
 #include <QApplication>
 #include <QFile>
 #include <QImage>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <QWidget>
@@ -145,6 +146,19 @@ TEST_F(CliTest, ListAndHelpNeedNoDialogName)
     EXPECT_EQ(help.code, 0);
     for (const char* option : {"--title", "--flags", "--request", "--screenshot", "--language"})
         EXPECT_TRUE(help.out.contains(option)) << option;
+
+    const Outcome version = run({"--version"});
+    EXPECT_EQ(version.code, 0);
+    EXPECT_TRUE(QRegularExpression("^formwerk \\d+\\.\\d+\\.\\d+\n$").match(version.out).hasMatch())
+        << version.out.toStdString();
+
+    // A dialog's own help: what it takes, not what it would ignore, and its keys.
+    const Outcome input = run({"frm_DialogInput", "--help"});
+    EXPECT_EQ(input.code, 0);
+    for (const char* taken : {"--default", "--password", "--request", "Keys: Return"})
+        EXPECT_TRUE(input.out.contains(taken)) << taken;
+    for (const char* ignored : {"--mode", "--default2", "--flags", "--xml", "--list"})
+        EXPECT_FALSE(input.out.contains(QString(ignored) + ' ')) << ignored;
 }
 
 TEST_F(CliTest, BadInputIsRefusedWithOneLineAndNoDialog)
@@ -156,6 +170,11 @@ TEST_F(CliTest, BadInputIsRefusedWithOneLineAndNoDialog)
     const QString record = writeFile("record.json", R"({"Dialog": {}})");
     const QString array = writeFile("array.json", R"([1, 2])");
     const QString list = writeFile("list.json", R"({"Items": {"ItemList": ["a", 2]}})");
+    const QString password = writeFile("password.json", R"({"Public": {"PasswordEntry": true}})");
+    const QString mode = writeFile("mode.json", R"({"Public": {"DialogMode": 1}})");
+    const QString pair =
+        writeFile("pair.json", R"({"Texts": {"DefaultText": ["hello", "world"]}})");
+    const QString prompts = writeFile("prompts.json", R"({"Texts": {"Description": ["A", "B"]}})");
 
     const QString msg = "frm_DialogMessage";
     const struct Row {
@@ -181,6 +200,18 @@ TEST_F(CliTest, BadInputIsRefusedWithOneLineAndNoDialog)
         {65, "request: unknown member Dialog", {msg, "--request", record}},
         {65, "request: the top level must be a JSON object", {msg, "--request", array}},
         {65, "request: Items.ItemList must be an array of strings", {msg, "--request", list}},
+        {64, "frm_DialogMessage does not take Public.PasswordEntry", {msg, "--request", password}},
+        {64,
+         "frm_DialogInput does not take Public.DialogMode",
+         {"frm_DialogInput", "--request", mode}},
+        {64, "--mode does not apply to frm_DialogInput", {"frm_DialogInput", "--mode", "1"}},
+        {64,
+         "--default2 does not apply to frm_DialogInput",
+         {"frm_DialogInput", "--default2", "x"}},
+        {64, "--xml does not apply to frm_DialogMessage", {msg, "--xml", "a.xml"}},
+        // Only the two-field input unpacks pairs; elsewhere they would show packed.
+        {65, "request: Texts.DefaultText must be a string", {"frm_DialogInput", "--request", pair}},
+        {65, "request: Texts.Description must be a string", {msg, "--request", prompts}},
         {66, "cannot read request file", {msg, "--request", m_dir.filePath("none.json")}},
         {73, "cannot write screenshot", {msg, "--screenshot", m_dir.filePath("no/such/x.png")}},
         {64, "--timeout needs a number of seconds", {msg, "--timeout", "bald"}},

@@ -1,0 +1,96 @@
+#include "cli/DialogProfiles.h"
+
+#include "cli/DialogRuns.h"
+
+#include <QHash>
+
+namespace fw::cli {
+
+namespace {
+
+// The members follow what each form reads when it opens; the keys are those a
+// user without a mouse has (FORMWERK_SCRIPT_KEYS types the same names).
+const QHash<QString, DialogProfile>& profiles()
+{
+    static const QHash<QString, DialogProfile> table = [] {
+        const QStringList prompt{"Request.Title", "Request.IconPath", "Texts.Description"};
+        const QStringList input = prompt + QStringList{"Texts.DefaultText", "Public.PasswordEntry"};
+        const QString okCancel = QStringLiteral("Return answers OK (1), Escape Cancel (2).");
+        const DialogProfile rows[] = {
+            {"frm_DialogMessage",
+             prompt + QStringList{"Texts.Description2", "Request.Flags", "Public.DialogMode"},
+             "A button's underlined letter answers that button; F12 gives the default answer, "
+             "Shift+F12 the second one and Escape the escape answer (Flags 4: No, 7)."},
+            {"frm_DialogInput", input, okCancel},
+            {"frm_DialogInputMulti", input,
+             "Ctrl+Return answers OK (1), Return breaks the line, Escape answers Cancel (2)."},
+            {"frm_DialogInputDbl", prompt + QStringList{"Texts.Description2", "Texts.DefaultText"},
+             "Return in the first box goes on to the second, Return there answers OK (1); "
+             "Escape answers Cancel (2).",
+             true},
+            {"frm_DialogPassword", prompt + QStringList{"Texts.OldValue"},
+             "Tab goes from box to box; " + okCancel},
+            {"frm_DialogText", prompt + QStringList{"Request.Subtitle", "Request.Flags"},
+             "Shift+Tab reaches OK and Return answers it (1); Escape does not close it."},
+            {"frm_DialogProcess", prompt + QStringList{"Request.Subtitle"},
+             "Escape aborts (2); the end of standard input closes it (0)."},
+            {"frm_DialogCritical",
+             {"Request.Title", "Texts.Description"},
+             "1 to 3 choose an option and Return goes on (1); Escape leaves (2)."},
+            {"frm_DialogColor", {}, okCancel},
+            {"frm_DialogMonitor", {}, "A click on a monitor picks it (1); Escape leaves (2)."},
+            {"frm_DialogNumericTouch",
+             {"Texts.Description", "Texts.DefaultText"},
+             "Return confirms (1); the X closes it with the box unchanged (2)."},
+            {"frm_DialogXMLInspector", {}, "Return answers OK (1); Escape does not close it."},
+            {"frm_InternetFTPConsole",
+             {},
+             "No key closes it: Return sends the typed line; closing the window answers 0."},
+        };
+        QHash<QString, DialogProfile> byName;
+        for (const DialogProfile& row : rows)
+            byName.insert(row.dialog, row);
+        return byName;
+    }();
+    return table;
+}
+
+} // namespace
+
+const DialogProfile* FindProfile(const QString& dialog)
+{
+    const auto it = profiles().constFind(dialog);
+    return it == profiles().cend() ? nullptr : &*it;
+}
+
+bool OptionApplies(const Option& option, const QString& dialog)
+{
+    const DialogProfile* profile = FindProfile(dialog);
+    switch (option.setting) {
+    case Setting::Member:
+        return profile && profile->takes(QLatin1String(option.member));
+    case Setting::PairSecond:
+        return profile && profile->takesPairs && profile->takes(QLatin1String(option.member));
+    case Setting::TextFile:
+        return profile && profile->takes(QStringLiteral("Texts.Description"));
+    case Setting::Extra: {
+        const DialogRun* run = FindDialogRun(dialog);
+        return run && run->extras.contains(QLatin1String(option.name));
+    }
+    default:
+        return true;
+    }
+}
+
+QString DialogHelpText(const QString& dialog)
+{
+    QString text = QStringLiteral("Usage: formwerk %1 [options]\n\nOptions:\n").arg(dialog);
+    for (const Option& option : Options())
+        if (option.setting != Setting::List && OptionApplies(option, dialog))
+            text += OptionHelpLine(option);
+    if (const DialogProfile* profile = FindProfile(dialog))
+        text += QStringLiteral("\nKeys: ") + WrapWords(profile->keys, 6, 79) + u'\n';
+    return text;
+}
+
+} // namespace fw::cli

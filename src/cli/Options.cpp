@@ -29,7 +29,7 @@ constexpr std::array kOptions{
     Option{"flags", "N", Setting::Member, "Request.Flags",
            "button set: 0 OK, 1 OK/Cancel, 2 Abort/Retry/Ignore, 3 Yes/No/Cancel, 4 Yes/No, "
            "5 Retry/Cancel"},
-    Option{"icon", "PATH", Setting::Member, "Request.IconPath",
+    Option{"icon", "PATH", Setting::Icon, "Request.IconPath",
            "icon resource path, such as Ico\\32\\Computer\\Signs\\Question.ico"},
     Option{"mode", "N", Setting::Member, "Public.DialogMode", "the message dialog's DialogMode"},
     Option{"default", "TEXT", Setting::Member, "Texts.DefaultText",
@@ -134,6 +134,10 @@ QString applyOption(const Option& option, const QString& value, Invocation& inv)
         return {};
     case Setting::PairSecond:
         setPairPart(inv, QLatin1String(option.member), 1, value);
+        return {};
+    case Setting::Icon:
+        inv.members.emplace_back(QLatin1String(option.member), value);
+        inv.members.emplace_back(QStringLiteral("Request.Icon"), value);
         return {};
     case Setting::Language:
         if (value == QLatin1String("de"))

@@ -25,13 +25,16 @@ enum Exit : int {
 
 /// What an option does besides filling a record member.
 /// PairSecond fills the second text of a TextOrPair member; the member's own
-/// option fills the first. Extra keeps the value for the dialog's own run
-/// (a file to load, a server to reach); a repeated Extra keeps every value.
+/// option fills the first. Icon fills the icon path and the icon as text,
+/// since forms differ in which of the two they read. Extra keeps the value
+/// for the dialog's own run (a file to load, a server to reach); a repeated
+/// Extra keeps every value.
 enum class Setting {
     Touch,
     Member,
     Extra,
     PairSecond,
+    Icon,
     Language,
     Request,
     TextFile,

@@ -45,10 +45,12 @@ frm_DialogInputDbl::frm_DialogInputDbl()
     : PromptForm(QStringLiteral("frm_DialogInputDbl"), QStringLiteral("Eingabe"))
 {
 
-    // Made first so that it is the form's default button, before the bar's OK.
+    // Made first so that it is the form's default button, before the bar's OK;
+    // kept out of the focus chain so that the form opens in the first box.
     but_Return = Add<CommandButton>(QStringLiteral("but_Return"));
     but_Return->SetCaption(QStringLiteral("Return"));
     but_Return->SetDefault(true);
+    but_Return->widget()->setFocusPolicy(Qt::NoFocus);
     but_Return->Click = [this] { but_Return_Click(); };
 
     lab_DescriptionA = addPrompt(QStringLiteral("lab_DescriptionA"), 3);
@@ -93,7 +95,6 @@ frm_DialogInputDbl::~frm_DialogInputDbl() = default;
 void frm_DialogInputDbl::Form_Load()
 {
     DialogContext& ctx = context();
-    Resume([&] { but_Return->SetLeft(Width() + 100); });
     OpenDialog(*this, ctx, *img_Icon, *lab_DescriptionA, *pan_Holder);
     if (ctx.Texts.DefaultText.empty())
         Resume([&] { but_DefText->SetVisible(false); });
@@ -103,6 +104,8 @@ void frm_DialogInputDbl::Form_Load()
     showDefaults();
     selectAll(*txt_InputA);
     arrange();
+    // Only now is the width final: a long prompt widens the form.
+    Resume([&] { but_Return->SetLeft(Width() + 100); });
 }
 
 void frm_DialogInputDbl::showDefaults()

@@ -93,10 +93,9 @@ void frm_DialogText::Form_Load()
 
     Resume([&] { bar_Header->SetCaption(title); });
     Resume([&] { bar_Header->SetSubCaption(qs(ctx.Request.Subtitle)); });
-    // An icon path wins over the icon, as in the other dialogs that open alike.
-    if (!ctx.Request.IconPath.empty())
-        Resume([&] { bar_Header->SetIconPath(qs(ctx.Request.IconPath)); });
-    else if (const auto* path = std::get_if<std::string>(&ctx.Request.Icon))
+    // Unlike the dialogs that open alike, the header reads Icon only: IconPath
+    // plays no part here.
+    if (const auto* path = std::get_if<std::string>(&ctx.Request.Icon))
         Resume([&] { bar_Header->SetIconPath(qs(*path)); });
     else if (const auto* picture = std::get_if<PicturePtr>(&ctx.Request.Icon); picture && *picture)
         Resume([&] { bar_Header->SetPicture(ToImage(*picture)); });

@@ -25,7 +25,7 @@ constexpr int kClientWidth = 568;
 constexpr int kMargin = 12;
 constexpr int kPadding = 14;
 constexpr int kFieldWidth = 240;
-constexpr int kFieldHeight = 181; // the strip's rows 0 to 180: its middle row lies halfway
+constexpr int kFieldHeight = 181; // also the brightness strip's height
 constexpr int kStripWidth = 24;
 constexpr int kGap = 10;
 constexpr int kPreviewHeight = 72;
@@ -268,14 +268,15 @@ void frm_DialogColor::hColorsPress(double x, double y)
     int b = 0;
     Resume([&] { GetCoreDevColors().Tools().splitColour(std::uint32_t(c), r, g, b); });
 
-    // H is the strip's last row, so that the bottom row the user can press is black.
-    const double h = pic_ColorY->ScaleHeight() - 1;
+    // H is the strip's full height, so black falls on the row just below it
+    // and the last row the user can press keeps a trace of a bright colour.
+    const double h = pic_ColorY->ScaleHeight();
     const double w = pic_ColorY->ScaleWidth();
     for (int row = 0; row <= int(h); ++row) {
-        const double share = (h - row) / h;
-        const QColor colour(int(roundEven(share * r)), int(roundEven(share * g)),
-                            int(roundEven(share * b)));
-        pic_ColorY->Line(0, row, w, row, colour);
+        // Multiplied before dividing, so that no rounding of a share moves a
+        // component across a half.
+        const auto shade = [&](int component) { return int(roundEven((h - row) * component / h)); };
+        pic_ColorY->Line(0, row, w, row, QColor(shade(r), shade(g), shade(b)));
     }
     pic_ColorY->Refresh();
     hColorYPress(1, 1);

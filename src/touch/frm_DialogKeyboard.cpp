@@ -15,7 +15,9 @@ namespace {
 constexpr QSize kClient(11490, 5190); // twips
 constexpr QSize kBodySize(750, 340);  // the keyboard's drawn body, pixels
 const QRectF kInputPanel(8, 8, 733, 52);
-const QColor kGrey(0x80, 0x80, 0x80); // classic colour number 7
+// Classic colour 7, the light grey (8 would be the dark one): a greyed key
+// stays readable, as it still works.
+const QColor kGrey(0xC0, 0xC0, 0xC0);
 
 } // namespace
 

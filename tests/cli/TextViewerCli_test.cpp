@@ -2,6 +2,7 @@
 // long text from a file.
 #include "CliRun.h"
 #include "controls/ctl_CmdBar.h"
+#include "controls/ctl_Title.h"
 #include "core/HasContext.h"
 #include "dialogs/frm_DialogText.h"
 #include "forms/testing/ModalDriver.h"
@@ -18,7 +19,7 @@ namespace {
 using fw::testing::Ran;
 using fw::testing::runInProcess;
 
-TEST(TextViewerCli, SubtitleAndTextFileReachTheViewer)
+TEST(TextViewerCli, SubtitleIconAndTextFileReachTheViewer)
 {
     QTemporaryDir dir;
     const QString path = dir.filePath("text.txt");
@@ -30,16 +31,21 @@ TEST(TextViewerCli, SubtitleAndTextFileReachTheViewer)
 
     fw::testing::ModalDriver driver;
     fw::DialogContext seen;
+    QString headerIcon;
     driver.OnNextModal([&](fw::Form& form) {
         seen = dynamic_cast<fw::HasContext&>(form).context();
-        dynamic_cast<fw::frm_DialogText&>(form).bar_Sidebar->Press("OK");
+        auto& viewer = dynamic_cast<fw::frm_DialogText&>(form);
+        headerIcon = viewer.bar_Header->IconPath();
+        viewer.bar_Sidebar->Press("OK");
     });
-    const Ran ran = runInProcess({"frm_DialogText", "--title", "Protokoll", "--subtitle",
-                                  "Letzter Lauf", "--text-file", path});
+    const Ran ran =
+        runInProcess({"frm_DialogText", "--title", "Protokoll", "--subtitle", "Letzter Lauf",
+                      "--icon", "Ico\\32\\Computer\\Signs\\Info.ico", "--text-file", path});
     EXPECT_EQ(ran.code, 1) << ran.err.toStdString();
     EXPECT_EQ(ran.out, "{\"Result\":1}\n");
     EXPECT_EQ(seen.Request.Subtitle, "Letzter Lauf");
     EXPECT_EQ(seen.Texts.Description, "Grüße 😀\nשלום\n");
+    EXPECT_EQ(headerIcon, "Ico\\32\\Computer\\Signs\\Info.ico");
 }
 
 TEST(TextViewerCli, UnreadableTextFileEndsWithOneLineAndNoWindow)

@@ -75,7 +75,8 @@ class TextViewer : public ::testing::Test {
 
 TEST_F(TextViewer, OpensWithTheHostsTextsAndSignsOnAndOffTheMessageService)
 {
-    context->Request.IconPath = "Ico\\32\\Computer\\Signs\\Info.ico";
+    context->Request.Icon = std::string("Ico\\32\\Computer\\Signs\\Info.ico");
+    context->Request.IconPath = "Ico\\32\\Computer\\Signs\\Critical.ico"; // not this viewer's
     const void* shown = nullptr;
     show(context, [&](frm_DialogText& form) {
         shown = &form;

@@ -152,7 +152,9 @@ TEST_F(Keyboard, FacesAndTypedCharactersFollowTheModifiers)
             press(modifier);
         SCOPED_TRACE(row.face.toStdString());
         EXPECT_EQ(face(row.key), row.face);
-        EXPECT_EQ(keyboard.lab_Key[row.key].ForeColor() != QColor(Qt::black), row.grey);
+        // Greyed is the light grey 0xC0C0C0, not the dark 0x808080.
+        EXPECT_EQ(keyboard.lab_Key[row.key].ForeColor(),
+                  row.grey ? QColor(0xC0, 0xC0, 0xC0) : QColor(Qt::black));
         press(row.key);
         EXPECT_EQ(line(), row.typed);
         freeModifiers();

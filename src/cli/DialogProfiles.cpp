@@ -68,6 +68,7 @@ bool OptionApplies(const Option& option, const QString& dialog)
     const DialogProfile* profile = FindProfile(dialog);
     switch (option.setting) {
     case Setting::Member:
+    case Setting::Icon: // fills Request.Icon beside IconPath; the profiles name IconPath
         return profile && profile->takes(QLatin1String(option.member));
     case Setting::PairSecond:
         return profile && profile->takesPairs && profile->takes(QLatin1String(option.member));

@@ -209,6 +209,7 @@ TEST_F(CliTest, BadInputIsRefusedWithOneLineAndNoDialog)
          "--default2 does not apply to frm_DialogInput",
          {"frm_DialogInput", "--default2", "x"}},
         {64, "--xml does not apply to frm_DialogMessage", {msg, "--xml", "a.xml"}},
+        {64, "--icon does not apply to frm_DialogColor", {"frm_DialogColor", "--icon", "a.png"}},
         // Only the two-field input unpacks pairs; elsewhere they would show packed.
         {65, "request: Texts.DefaultText must be a string", {"frm_DialogInput", "--request", pair}},
         {65, "request: Texts.Description must be a string", {msg, "--request", prompts}},

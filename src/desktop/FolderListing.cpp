@@ -76,11 +76,11 @@ bool ScanFolder(const std::string& folder, std::vector<ScannedEntry>& entries, i
         return false;
     }
     const int folderFd = dirfd(stream);
-    errno = 0;
-    while (const dirent* entry = readdir(stream)) {
-        if (entry->d_name[0] == '.')
-            continue;
-        entries.push_back({NameToLocation(entry->d_name), isFolderEntry(folderFd, *entry)});
+    // readdir tells its end from an error only through errno, which the
+    // stat of a dangling link sets too.
+    for (errno = 0; const dirent* entry = readdir(stream); errno = 0) {
+        if (entry->d_name[0] != '.')
+            entries.push_back({NameToLocation(entry->d_name), isFolderEntry(folderFd, *entry)});
     }
     error = errno;
     closedir(stream);

@@ -228,7 +228,7 @@ std::optional<std::string> LocationToPosix(std::string_view location,
         path += '/';
         path += NameFromLocation(name);
     }
-    if (path.empty() || (!rest.empty() && rest.back() == '\\'))
+    if (rest.empty() || rest.back() == '\\')
         path += '/';
     return path;
 }

@@ -62,9 +62,11 @@ std::shared_ptr<CoreDev> MakeDesktopCoreDev(const DesktopOptions& options)
     root->CoreDevSystem = std::make_shared<DesktopSystem>();
     root->CoreDevLanguage = std::make_shared<DesktopLanguage>();
     root->CoreDevMessages = std::make_shared<DesktopMessages>();
-    root->CoreDevRegistry = std::make_shared<DesktopRegistry>(store);
+    auto registry = std::make_shared<DesktopRegistry>(store);
+    root->CoreDevRegistry = registry;
     root->CoreDevPictures = pictures;
-    root->CoreDevFiles = std::make_shared<DesktopFiles>();
+    // The registry keeps drive letters across runs.
+    root->CoreDevFiles = std::make_shared<DesktopFiles>(registry);
     root->CoreDevColors = std::make_shared<DesktopColours>();
     return root;
 }

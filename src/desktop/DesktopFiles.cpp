@@ -1,27 +1,60 @@
 #include "desktop/DesktopFiles.h"
 
-#include <QDateTime>
+#include "desktop/SafeDelete.h"
+
 #include <QDir>
-#include <QFileInfo>
+#include <QFile>
 #include <QSaveFile>
+#include <cctype>
+#include <cerrno>
+#include <sys/stat.h>
 
 namespace fw::desktop {
 
 namespace {
 
-QString q(const std::string& text)
+bool statOf(const std::optional<std::string>& path, struct stat& info)
 {
-    return QString::fromStdString(text);
+    return path && stat(path->c_str(), &info) == 0;
+}
+
+// Only "D:" onwards need the mount table; "C:\" and "/" paths never read it.
+bool needsDrives(const std::string& location)
+{
+    return location.size() >= 2 && location[1] == ':' &&
+           std::toupper(static_cast<unsigned char>(location[0])) != 'C';
+}
+
+std::string homeFolder()
+{
+    return QFile::encodeName(QDir::homePath()).toStdString();
 }
 
 } // namespace
 
+DesktopFiles::DesktopFiles(std::shared_ptr<CoreDevRegistry> registry, MountTable mounts)
+    : m_drives(std::move(registry), std::move(mounts))
+{
+}
+
+std::optional<std::string> DesktopFiles::SystemPath(const std::string& location)
+{
+    return LocationToPosix(location,
+                           needsDrives(location) ? m_drives.Roots() : std::vector<DriveRoot>());
+}
+
+std::string DesktopFiles::LocationOf(const std::string& systemPath)
+{
+    return PosixToLocation(systemPath, m_drives.Roots());
+}
+
 bool DesktopFiles::WriteTextFile(const std::string& path, const std::string& text,
                                  const std::string&, int)
 {
-    if (path.empty())
+    const auto target = SystemPath(path);
+    if (!target)
         return false;
-    QSaveFile file(q(path));
+    QSaveFile file(QFile::decodeName(target->c_str()));
     if (!file.open(QIODevice::WriteOnly))
         return false;
     const qint64 size = qint64(text.size());
@@ -29,82 +62,82 @@ bool DesktopFiles::WriteTextFile(const std::string& path, const std::string& tex
         file.cancelWriting();
         return false;
     }
+    m_scans.Forget();
     return file.commit();
 }
 
 bool DesktopFiles::DeleteFile(const std::string& path)
 {
-    const QFileInfo info(q(path));
-    return !path.empty() && !info.isDir() && QFile::remove(info.filePath());
+    const auto target = SystemPath(path);
+    m_scans.Forget();
+    return target && DeleteEntry(*target);
 }
 
 std::vector<FileEntry> DesktopFiles::ListFiles(const std::string& folder,
                                                const std::string& pattern)
 {
     std::vector<FileEntry> result;
-    if (folder.empty())
+    const auto path = SystemPath(folder);
+    int error = 0;
+    const std::vector<ScannedEntry>* scanned = path ? m_scans.Scan(*path, error) : nullptr;
+    if (!scanned)
         return result;
-    QDir dir(q(folder));
-    QStringList filters = q(pattern).split(u';', Qt::SkipEmptyParts);
-    for (QString& filter : filters)
-        filter = filter.trimmed();
-    filters.removeAll(QString());
-    if (!filters.isEmpty())
-        dir.setNameFilters(filters);
-    // AllDirs: the pattern picks files, folders always show.
-    const QFileInfoList entries =
-        dir.entryInfoList(QDir::Files | QDir::AllDirs | QDir::NoDotAndDotDot,
-                          QDir::DirsFirst | QDir::Name | QDir::IgnoreCase);
-    result.reserve(std::size_t(entries.size()));
-    for (const QFileInfo& info : entries) {
-        FileEntry entry;
-        entry.Name = info.fileName().toStdString();
-        entry.IsFolder = info.isDir();
-        entry.Size = info.isDir() ? 0 : info.size();
-        entry.ModifiedSecs = info.lastModified().toSecsSinceEpoch();
-        result.push_back(std::move(entry));
+    const NamePattern filter(pattern);
+    result.reserve(scanned->size());
+    for (const ScannedEntry& entry : *scanned) {
+        // Folders always show: the pattern picks files.
+        if (entry.isFolder || filter.Matches(entry.name))
+            result.push_back({entry.name, entry.isFolder, -1, -1});
     }
     return result;
 }
 
 bool DesktopFiles::DeleteFolder(const std::string& path)
 {
-    const QString folder = QDir::cleanPath(QFileInfo(q(path)).absoluteFilePath());
-    // A slip in a dialog must never take a whole tree with it.
-    if (path.empty() || QDir(folder).isRoot() || folder == QDir::cleanPath(QDir::homePath()))
-        return false;
-    const QFileInfo info(folder);
-    if (!info.isDir() || info.isSymLink())
-        return false;
-    return QDir(folder).removeRecursively();
+    const auto target = SystemPath(path);
+    m_scans.Forget();
+    return target && DeleteTree(*target, homeFolder());
 }
 
 bool DesktopFiles::FileExists(const std::string& path)
 {
-    const QFileInfo info(q(path));
-    return !path.empty() && info.exists() && !info.isDir();
+    struct stat info {};
+    return statOf(SystemPath(path), info) && !S_ISDIR(info.st_mode);
 }
 
 bool DesktopFiles::FolderExists(const std::string& path)
 {
-    return !path.empty() && QFileInfo(q(path)).isDir();
+    struct stat info {};
+    return statOf(SystemPath(path), info) && S_ISDIR(info.st_mode);
 }
 
 std::int64_t DesktopFiles::FileSize(const std::string& path)
 {
-    const QFileInfo info(q(path));
-    return !path.empty() && info.exists() && !info.isDir() ? info.size() : -1;
+    struct stat info {};
+    return statOf(SystemPath(path), info) && !S_ISDIR(info.st_mode) ? info.st_size : -1;
 }
 
 std::int64_t DesktopFiles::FileDate(const std::string& path)
 {
-    const QFileInfo info(q(path));
-    return !path.empty() && info.exists() ? info.lastModified().toSecsSinceEpoch() : -1;
+    struct stat info {};
+    return statOf(SystemPath(path), info) ? std::int64_t(info.st_mtim.tv_sec) : -1;
 }
 
 bool DesktopFiles::CreateFolder(const std::string& path)
 {
-    return !path.empty() && QDir().mkpath(q(path));
+    const auto target = SystemPath(path);
+    if (!target || target->empty())
+        return false;
+    m_scans.Forget();
+    // Each missing folder on the way, as "mkdir -p" does.
+    for (std::size_t at = target->find('/', 1);; at = target->find('/', at + 1)) {
+        const std::string prefix = target->substr(0, at);
+        if (mkdir(prefix.c_str(), 0777) != 0 && errno != EEXIST)
+            return false;
+        if (at == std::string::npos || at + 1 == target->size())
+            break;
+    }
+    return FolderExists(path);
 }
 
 std::string DesktopFiles::SizeText(std::int64_t bytes)
@@ -126,7 +159,8 @@ std::string DesktopFiles::SizeText(std::int64_t bytes)
 
 bool DesktopFiles::IsRealFile(const std::string& path)
 {
-    return !path.empty() && QFileInfo(q(path)).isFile();
+    struct stat info {};
+    return statOf(SystemPath(path), info) && S_ISREG(info.st_mode);
 }
 
 bool DesktopFiles::synchronise(const std::string&, const std::string&)
@@ -134,14 +168,14 @@ bool DesktopFiles::synchronise(const std::string&, const std::string&)
     return false;
 }
 
-int DesktopFiles::DriveType(const std::string&)
+int DesktopFiles::DriveType(const std::string& drive)
 {
-    return 0;
+    return m_drives.DriveType(drive);
 }
 
-StringList DesktopFiles::DrivesOfType(int)
+StringList DesktopFiles::DrivesOfType(int type)
 {
-    return {};
+    return m_drives.DrivesOfType(type);
 }
 
 std::shared_ptr<NetworkService> DesktopFiles::Network()

@@ -1,21 +1,36 @@
 #pragma once
-// Files of the desktop host: the local file system through Qt.
+// Files of the desktop host: the local file system behind the dialogs'
+// location strings.
 
+#include "desktop/DesktopDrives.h"
+#include "desktop/FolderListing.h"
 #include "host/CoreDevServices.h"
+
+#include <optional>
 
 namespace fw::desktop {
 
-/// Paths are local paths with "/". ListFiles lists every subfolder and the
-/// files that match the pattern (wildcards, several separated by ";", case
-/// ignored; empty means all), hidden entries left out. FileSize and FileDate
-/// give -1 for a missing file; FileDate is seconds since the epoch (UTC).
-/// DeleteFolder removes a folder with its content but refuses "/" and the
-/// home folder. SizeText: "512 Bytes", "1,5 KB", "3,2 MB" (binary units).
-/// Drives and network do not exist on this host yet: DriveType gives 0,
-/// DrivesOfType nothing, Network null and synchronise false; the file
-/// chooser's work brings them.
+/// Paths are location strings, "C:\home\anna\Bericht.txt" for
+/// "/home/anna/Bericht.txt", with names escaped byte for byte (LocationPaths.h)
+/// and "D:" onwards for the further volumes (DesktopDrives.h); a Linux path
+/// starting with "/" is accepted as it is. Pseudo and UNC paths name no file.
+///
+/// ListFiles lists every subfolder and the files that match the pattern
+/// (NamePattern: wildcards, several separated by ";", case ignored; empty means
+/// all), hidden entries left out, folders first; it reads names only, so Size
+/// and ModifiedSecs are -1 (FileSize and FileDate read them). Reads of the same
+/// folder right after each other share one scan. FileSize and FileDate give -1
+/// for a missing file; FileDate is seconds since the epoch (UTC). DeleteFile
+/// removes a file or a link, never a link's target; DeleteFolder removes a
+/// tree without following links out of it and refuses "/" and the home folder
+/// (SafeDelete.h). SizeText: "512 Bytes", "1,5 KB", "3,2 MB" (binary units).
+/// Network gives null and synchronise false: they come with the network work.
 class DesktopFiles final : public CoreDevFiles {
   public:
+    /// registry keeps the drive letters across runs; may be null.
+    explicit DesktopFiles(std::shared_ptr<CoreDevRegistry> registry = nullptr,
+                          MountTable mounts = ReadMountedVolumes);
+
     /// UTF-8 only; encoding and flag are ignored. Atomic: the old file stays
     /// whole if anything fails.
     bool WriteTextFile(const std::string& path, const std::string& text,
@@ -36,6 +51,17 @@ class DesktopFiles final : public CoreDevFiles {
     int DriveType(const std::string& drive) override;
     StringList DrivesOfType(int type) override;
     std::shared_ptr<NetworkService> Network() override;
+
+    /// Labels and network sources of the lettered volumes.
+    DesktopDrives& Drives() { return m_drives; }
+    /// The Linux path of a location, nothing where there is none.
+    std::optional<std::string> SystemPath(const std::string& location);
+    /// A Linux path as a location string.
+    std::string LocationOf(const std::string& systemPath);
+
+  private:
+    DesktopDrives m_drives;
+    FolderScanCache m_scans;
 };
 
 } // namespace fw::desktop

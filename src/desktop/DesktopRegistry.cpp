@@ -1,5 +1,7 @@
 #include "desktop/DesktopRegistry.h"
 
+#include "desktop/MimeClasses.h"
+
 #include <QRegularExpression>
 
 namespace fw::desktop {
@@ -26,24 +28,31 @@ DesktopRegistry::DesktopRegistry(std::shared_ptr<SettingsStore> store) : m_store
 {
 }
 
+std::optional<QString> DesktopRegistry::textOf(std::uint32_t hive, const std::string& key) const
+{
+    if (hive == HiveClassesRoot) {
+        const auto value = ReadMimeClass(key);
+        return value ? std::optional(QString::fromStdString(*value)) : std::nullopt;
+    }
+    if (hive != HiveCurrentUser)
+        return std::nullopt;
+    const auto value = m_store->Read(kCurrentUser, QString::fromStdString(key));
+    if (value && value->isString())
+        return value->toString();
+    if (value && value->isDouble())
+        return QString::number(value->toInteger());
+    return std::nullopt;
+}
+
 std::string DesktopRegistry::ReadString(std::uint32_t hive, const std::string& key,
                                         const std::string& defaultValue, int limit)
 {
-    if (hive != HiveCurrentUser)
+    std::optional<QString> text = textOf(hive, key);
+    if (!text)
         return defaultValue;
-    const auto value = m_store->Read(kCurrentUser, QString::fromStdString(key));
-    if (!value)
-        return defaultValue;
-    QString text;
-    if (value->isString())
-        text = value->toString();
-    else if (value->isDouble())
-        text = QString::number(value->toInteger());
-    else
-        return defaultValue;
-    if (limit > 0 && text.size() > limit)
-        text.truncate(limit);
-    return text.toStdString();
+    if (limit > 0 && text->size() > limit)
+        text->truncate(limit);
+    return text->toStdString();
 }
 
 std::int32_t DesktopRegistry::ReadNumber(std::uint32_t hive, const std::string& key,

@@ -9,9 +9,9 @@
 namespace fw::desktop {
 
 /// The current user's hive (0x80000001) lives in the store under
-/// "HKEY_CURRENT_USER". The classes root (0x80000000) answers every read with
-/// its default and refuses writes: file type icons come with the file chooser.
-/// Any other hive does the same.
+/// "HKEY_CURRENT_USER". The classes root (0x80000000) is the installed MIME
+/// database, read-only (see MimeClasses.h): its numbers read as the default
+/// and writes are refused. Any other hive answers defaults and refuses writes.
 class DesktopRegistry final : public CoreDevRegistry, RegistryStrings, RegistryWriter {
   public:
     explicit DesktopRegistry(std::shared_ptr<SettingsStore> store);
@@ -29,6 +29,8 @@ class DesktopRegistry final : public CoreDevRegistry, RegistryStrings, RegistryW
     bool WriteString(std::uint32_t hive, const std::string& key, const std::string& value) override;
 
   private:
+    std::optional<QString> textOf(std::uint32_t hive, const std::string& key) const;
+
     std::shared_ptr<SettingsStore> m_store;
 };
 

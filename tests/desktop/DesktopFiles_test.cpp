@@ -1,11 +1,15 @@
 // Files: atomic text writes that fail honestly, listings, sizes and dates.
 #include "desktop/DesktopApp.h"
 #include "desktop/DesktopFiles.h"
+#include "desktop/DesktopRegistry.h"
+#include "desktop/LocationPaths.h"
 
 #include <QDir>
 #include <QFile>
+#include <QMimeDatabase>
 #include <QRegularExpression>
 #include <QTemporaryDir>
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <unistd.h>
 
@@ -93,10 +97,113 @@ TEST(DesktopFiles, ListFilesFiltersFilesAndKeepsFolders)
     for (const auto& entry : entries)
         names.push_back(entry.Name + (entry.IsFolder ? "/" : ""));
     EXPECT_EQ(names, (std::vector<std::string>{"Sub/", "a.txt", "b.TXT"}));
-    EXPECT_EQ(entries[1].Size, 2);
+    EXPECT_EQ(entries[1].Size, -1) << "the listing reads names only";
     EXPECT_EQ(files.ListFiles(dir.path().toStdString(), "*.txt;*.log").size(), 4u);
     EXPECT_EQ(files.ListFiles(dir.path().toStdString(), "").size(), 4u);
     EXPECT_TRUE(files.ListFiles(pathIn(dir, "missing"), "*").empty());
+}
+
+std::vector<std::string> listed(DesktopFiles& files, const std::string& folder,
+                                const std::string& pattern)
+{
+    std::vector<std::string> names;
+    for (const auto& entry : files.ListFiles(folder, pattern))
+        names.push_back(entry.Name + (entry.IsFolder ? "/" : ""));
+    return names;
+}
+
+TEST(DesktopFiles, LocationsReachLinuxPathsAndOddNamesStayByteExact)
+{
+    QTemporaryDir dir;
+    DesktopFiles files;
+    const std::string root = QFile::encodeName(dir.path()).toStdString();
+    const std::string odd = "caf\xe9 a\\b:c\nd";
+    const std::string posix = root + "/" + odd;
+    ::close(::open(posix.c_str(), O_CREAT | O_WRONLY, 0644));
+    const std::string folder = fw::desktop::PosixToLocation(root + "/");
+    ASSERT_EQ(folder.substr(0, 3), "C:\\");
+    const auto entries = files.ListFiles(folder, "*.*");
+    ASSERT_EQ(entries.size(), 1u);
+    // The listed name, combined with the folder, is the file: shown, chosen, deleted.
+    const std::string location = folder + entries[0].Name;
+    EXPECT_TRUE(files.FileExists(location));
+    EXPECT_EQ(files.SystemPath(location).value_or("?"), posix);
+    EXPECT_TRUE(files.DeleteFile(location));
+    EXPECT_NE(::access(root.c_str(), F_OK), -1);
+    EXPECT_EQ(::access(posix.c_str(), F_OK), -1);
+    EXPECT_TRUE(files.CreateFolder(folder + "neu\\tief\\"));
+    EXPECT_TRUE(QFileInfo(dir.filePath("neu/tief")).isDir());
+    EXPECT_FALSE(files.FileExists("DESKTOP:\\"));
+}
+
+TEST(DesktopFiles, PatternsAndLinksListAsTheUserExpects)
+{
+    QTemporaryDir dir;
+    DesktopFiles files;
+    QDir(dir.path()).mkdir("Sub");
+    for (const char* name : {"a.txt", "B.TXT", "c.log", "README", ".hidden", "x.tar.gz"})
+        QFile(dir.filePath(name)).open(QIODevice::WriteOnly);
+    QFile::link(dir.filePath("Sub"), dir.filePath("toSub"));
+    QFile::link(dir.filePath("missing"), dir.filePath("dangling"));
+    QFile::link(dir.filePath("loop"), dir.filePath("loop"));
+    const std::string folder = dir.path().toStdString() + "/";
+    struct Row {
+        const char* pattern;
+        std::vector<std::string> names;
+    };
+    const Row rows[] = {
+        {"*.txt", {"Sub/", "toSub/", "a.txt", "B.TXT"}},
+        {"*.TXT; *.log", {"Sub/", "toSub/", "a.txt", "B.TXT", "c.log"}},
+        {"?.txt", {"Sub/", "toSub/", "a.txt", "B.TXT"}},
+        {"*.gz", {"Sub/", "toSub/", "x.tar.gz"}},
+        {"*.*",
+         {"Sub/", "toSub/", "a.txt", "B.TXT", "c.log", "dangling", "loop", "README", "x.tar.gz"}},
+    };
+    for (const Row& row : rows)
+        EXPECT_EQ(listed(files, folder, row.pattern), row.names) << row.pattern;
+    EXPECT_TRUE(files.ListFiles(folder + "missing/", "*").empty());
+}
+
+TEST(DesktopFiles, DeletingNeverFollowsALinkOutOfTheTree)
+{
+    QTemporaryDir dir;
+    DesktopFiles files;
+    QDir base(dir.path());
+    base.mkpath("outside/keep");
+    QFile(dir.filePath("outside/keep/precious.txt")).open(QIODevice::WriteOnly);
+    base.mkpath("tree/deep/er");
+    QFile(dir.filePath("tree/deep/er/f.txt")).open(QIODevice::WriteOnly);
+    QFile::link(dir.filePath("outside"), dir.filePath("tree/deep/toOutside"));
+    QFile::link(dir.filePath("outside"), dir.filePath("linkToFolder"));
+    QFile::link(dir.filePath("outside/keep/precious.txt"), dir.filePath("linkToFile"));
+
+    EXPECT_TRUE(files.DeleteFile(dir.filePath("linkToFile").toStdString()));
+    EXPECT_TRUE(files.DeleteFolder(dir.filePath("linkToFolder").toStdString()));
+    EXPECT_TRUE(files.DeleteFolder(dir.filePath("tree").toStdString()));
+    EXPECT_FALSE(QFileInfo::exists(dir.filePath("tree")));
+    EXPECT_FALSE(QFileInfo(dir.filePath("linkToFolder")).isSymLink());
+    EXPECT_TRUE(QFileInfo::exists(dir.filePath("outside/keep/precious.txt")));
+    EXPECT_FALSE(files.DeleteFolder("C:\\"));
+    EXPECT_FALSE(files.DeleteFolder(fw::desktop::PosixToLocation(QDir::homePath().toStdString())));
+}
+
+TEST(DesktopFiles, TheClassesRootAnswersFromTheMimeDatabase)
+{
+    if (!QMimeDatabase().mimeTypeForName("text/plain").isValid())
+        GTEST_SKIP() << "no MIME database installed";
+    QTemporaryDir dir;
+    fw::desktop::DesktopRegistry registry(std::make_shared<fw::desktop::SettingsStore>(dir.path()));
+    auto& strings = registry.Strings();
+    const auto read = [&](const std::string& key) {
+        return strings.ReadString(fw::HiveClassesRoot, key, "-", 1000);
+    };
+    EXPECT_EQ(read(".TXT\\"), "text/plain");
+    EXPECT_EQ(read(".txt\\"), "text/plain");
+    EXPECT_EQ(read("text/plain\\DefaultIcon\\"), "text-plain");
+    EXPECT_NE(read("text/plain\\"), "-");
+    EXPECT_EQ(read(".nosuchextension42\\"), "-");
+    EXPECT_EQ(read("no/such\\DefaultIcon\\"), "-");
+    EXPECT_FALSE(registry.Writer().WriteString(fw::HiveClassesRoot, ".txt\\", "x"));
 }
 
 TEST(DesktopFiles, SizeTextUsesBinaryUnitsAndADecimalComma)

@@ -1,0 +1,150 @@
+#include "desktop/FolderListing.h"
+
+#include "desktop/LocationPaths.h"
+
+#include <QStringList>
+#include <algorithm>
+#include <cerrno>
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace fw::desktop {
+
+namespace {
+
+// Names only from readdir; a stat only where the type is not given.
+bool isFolderEntry(int folderFd, const dirent& entry)
+{
+    if (entry.d_type == DT_DIR)
+        return true;
+    if (entry.d_type != DT_LNK && entry.d_type != DT_UNKNOWN)
+        return false;
+    struct stat target {};
+    // Following fails for a dangling link and a loop (ELOOP): then a file.
+    return fstatat(folderFd, entry.d_name, &target, 0) == 0 && S_ISDIR(target.st_mode);
+}
+
+int asciiLower(unsigned char c)
+{
+    return c >= 'A' && c <= 'Z' ? c + 32 : c;
+}
+
+bool nameLess(const std::string& a, const std::string& b)
+{
+    const std::size_t common = std::min(a.size(), b.size());
+    for (std::size_t i = 0; i < common; ++i) {
+        const int x = asciiLower(static_cast<unsigned char>(a[i]));
+        const int y = asciiLower(static_cast<unsigned char>(b[i]));
+        if (x != y)
+            return x < y;
+    }
+    return a.size() != b.size() ? a.size() < b.size() : a < b;
+}
+
+// Classic wildcard match with one backtrack point: linear in practice.
+bool wildcardMatch(QStringView pattern, QStringView name)
+{
+    qsizetype p = 0, n = 0, star = -1, resume = 0;
+    while (n < name.size()) {
+        if (p < pattern.size() && (pattern[p] == u'?' || pattern[p] == name[n])) {
+            ++p, ++n;
+        } else if (p < pattern.size() && pattern[p] == u'*') {
+            star = p++;
+            resume = n;
+        } else if (star >= 0) {
+            p = star + 1;
+            n = ++resume;
+        } else {
+            return false;
+        }
+    }
+    while (p < pattern.size() && pattern[p] == u'*')
+        ++p;
+    return p == pattern.size();
+}
+
+} // namespace
+
+bool ScanFolder(const std::string& folder, std::vector<ScannedEntry>& entries, int& error)
+{
+    entries.clear();
+    DIR* stream = opendir(folder.c_str());
+    if (!stream) {
+        error = errno;
+        return false;
+    }
+    const int folderFd = dirfd(stream);
+    // readdir tells its end from an error only through errno, which the
+    // stat of a dangling link sets too.
+    for (errno = 0; const dirent* entry = readdir(stream); errno = 0) {
+        if (entry->d_name[0] != '.')
+            entries.push_back({NameToLocation(entry->d_name), isFolderEntry(folderFd, *entry)});
+    }
+    error = errno;
+    closedir(stream);
+    std::sort(entries.begin(), entries.end(), [](const ScannedEntry& a, const ScannedEntry& b) {
+        return a.isFolder != b.isFolder ? a.isFolder : nameLess(a.name, b.name);
+    });
+    return error == 0;
+}
+
+NamePattern::NamePattern(std::string_view patterns)
+{
+    for (const QString& piece : QString::fromUtf8(patterns).split(u';', Qt::SkipEmptyParts)) {
+        const QString pattern = piece.trimmed().toCaseFolded();
+        if (pattern == u"*" || pattern == u"*.*")
+            m_all = true;
+        else if (!pattern.isEmpty())
+            m_patterns.push_back(pattern);
+    }
+    m_all = m_all || m_patterns.empty();
+}
+
+bool NamePattern::Matches(std::string_view name) const
+{
+    if (m_all)
+        return true;
+    const QString folded = QString::fromUtf8(name).toCaseFolded();
+    return std::any_of(m_patterns.begin(), m_patterns.end(),
+                       [&](const QString& pattern) { return wildcardMatch(pattern, folded); });
+}
+
+const std::vector<ScannedEntry>* FolderScanCache::Scan(const std::string& folder, int& error)
+{
+    Stamp stamp;
+    const bool stamped = stampOf(folder, stamp);
+    if (stamped && folder == m_folder && stamp == m_stamp && m_age.isValid() &&
+        m_age.elapsed() < 1000)
+        return &m_entries;
+    Forget();
+    if (!ScanFolder(folder, m_entries, error)) {
+        m_entries.clear();
+        return nullptr;
+    }
+    if (stamped) {
+        m_folder = folder;
+        m_stamp = stamp;
+        m_age.start();
+    }
+    return &m_entries;
+}
+
+void FolderScanCache::Forget()
+{
+    m_folder.clear();
+    m_age.invalidate();
+}
+
+bool FolderScanCache::stampOf(const std::string& folder, Stamp& stamp)
+{
+    struct stat info {};
+    if (stat(folder.c_str(), &info) != 0)
+        return false;
+    stamp = {info.st_dev, info.st_ino, info.st_mtim.tv_sec * 1000000000LL + info.st_mtim.tv_nsec,
+             info.st_ctim.tv_sec * 1000000000LL + info.st_ctim.tv_nsec};
+    return true;
+}
+
+} // namespace fw::desktop

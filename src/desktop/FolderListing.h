@@ -1,0 +1,65 @@
+#pragma once
+// Folder listings of the desktop host: one readdir pass per folder, shared by
+// the reads that a file chooser makes of the same folder in a row.
+
+#include <QElapsedTimer>
+#include <QString>
+#include <string>
+#include <string_view>
+#include <sys/types.h>
+#include <vector>
+
+namespace fw::desktop {
+
+struct ScannedEntry {
+    std::string name; ///< as in a location string (see LocationPaths.h)
+    bool isFolder = false;
+};
+
+/// The entries of a folder (a Linux path), folders first, then by name with
+/// ASCII case ignored; "." and ".." and hidden names (leading ".") left out.
+/// Names only: no entry is read but a symbolic link or an entry of unknown
+/// type, which is listed as what it points to; a dangling link or a link loop
+/// is listed as a file. Returns false with errno's value in error when the
+/// folder cannot be read.
+bool ScanFolder(const std::string& folder, std::vector<ScannedEntry>& entries, int& error);
+
+/// File name patterns: "*" and "?" wildcards, case ignored, several patterns
+/// separated by ";". "*.*" takes names without a dot too; an empty text takes
+/// all.
+class NamePattern {
+  public:
+    explicit NamePattern(std::string_view patterns);
+    bool Matches(std::string_view name) const;
+
+  private:
+    std::vector<QString> m_patterns; // case-folded
+    bool m_all = false;
+};
+
+/// Keeps the last scan for the reads that follow at once: the same folder,
+/// unchanged on disk and scanned less than a second ago.
+class FolderScanCache {
+  public:
+    /// The entries, or null with error set when the folder cannot be read.
+    const std::vector<ScannedEntry>* Scan(const std::string& folder, int& error);
+    /// After a change made through this host.
+    void Forget();
+
+  private:
+    struct Stamp {
+        dev_t device = 0;
+        ino_t inode = 0;
+        long long modifiedNs = 0;
+        long long changedNs = 0;
+        bool operator==(const Stamp&) const = default;
+    };
+    static bool stampOf(const std::string& folder, Stamp& stamp);
+
+    std::string m_folder;
+    Stamp m_stamp;
+    std::vector<ScannedEntry> m_entries;
+    QElapsedTimer m_age;
+};
+
+} // namespace fw::desktop

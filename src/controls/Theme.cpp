@@ -1,5 +1,6 @@
 #include "controls/Theme.h"
 
+#include "forms/Fonts.h"
 #include "forms/Pictures.h"
 #include "forms/Resume.h"
 #include "host/mdl_CoreDevWrapper.h"
@@ -86,7 +87,7 @@ QString ResolveFamily(const QString& family)
     static const QStringList monospace = {"Lucida Console", "Courier New", "Courier",
                                           "Consolas",       "Fixedsys",    "Terminal"};
     if (monospace.contains(family, Qt::CaseInsensitive))
-        return QFontDatabase::systemFont(QFontDatabase::FixedFont).family();
+        return FixedPitchFamily();
     return family; // Qt's substitution picks something close
 }
 

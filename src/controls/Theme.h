@@ -38,7 +38,8 @@ QColor Mix(const QColor& a, const QColor& b, double t);
 
 /// The system's dialog font, points added to its size.
 QFont UiFont(double extraPoints = 0, bool bold = false);
-/// A family that exists here: monospace names fall back to the system's fixed font.
+/// A family that exists here: monospace names fall back to an installed
+/// fixed-pitch family.
 QString ResolveFamily(const QString& family);
 
 /// A resource path through the host's picture service, scaled down to fit a

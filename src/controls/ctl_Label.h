@@ -27,7 +27,8 @@ class ctl_Label : public Control {
     QFont Font() const;
     void SetFont(const QFont& font);
     /// Families that are not installed fall back: monospace names such as
-    /// "Lucida Console" to the system's fixed font, others as Qt substitutes.
+    /// "Lucida Console" to an installed fixed-pitch family, others as Qt
+    /// substitutes.
     void SetFontName(const QString& family);
     void SetFontSize(double points);
 

@@ -1,17 +1,15 @@
 #include "desktop/DesktopPictures.h"
+#include "desktop/DesktopPicturesTheme.h"
 #include "forms/Pictures.h"
 
+#include <QDebug>
 #include <QDir>
 #include <QFileInfo>
 #include <QGuiApplication>
-#include <QHash>
-#include <QIcon>
 #include <QImageReader>
-#include <QMimeDatabase>
 #include <QPainter>
 #include <QPainterPath>
 #include <algorithm>
-#include <mutex>
 
 namespace fw::desktop {
 
@@ -19,100 +17,6 @@ namespace {
 
 constexpr int kDefaultSize = 16;
 constexpr int kMaxSize = 512;
-
-struct ThemeEntry {
-    QStringList names;
-    // Symbolic icons are one flat grey; the tint gives the message signs the
-    // colours a user expects of them.
-    QColor tint;
-};
-
-const QColor kGreen(0x2e, 0x7d, 0x32);
-const QColor kRed(0xc6, 0x28, 0x28);
-const QColor kAmber(0xe6, 0x8a, 0x00);
-const QColor kBlue(0x1e, 0x66, 0xc8);
-const QColor kViolet(0x6a, 0x3d, 0xc0);
-
-// Keys are "group\name" in lower case, the way the dialogs name their pictures.
-const QHash<QString, ThemeEntry>& themeTable()
-{
-    static const QHash<QString, ThemeEntry> table = {
-        {"signs\\ok", {{"emblem-ok", "object-select", "dialog-ok"}, kGreen}},
-        {"signs\\abort", {{"process-stop", "window-close"}, kRed}},
-        {"signs\\no", {{"window-close", "process-stop"}, kRed}},
-        {"signs\\retry", {{"view-refresh"}, {}}},
-        {"signs\\ignore", {{"go-next"}, {}}},
-        {"signs\\next", {{"go-next"}, {}}},
-        {"signs\\previous", {{"go-previous"}, {}}},
-        {"signs\\question", {{"dialog-question", "help-browser"}, kViolet}},
-        {"signs\\critical", {{"dialog-error"}, kRed}},
-        {"signs\\warning", {{"dialog-warning"}, kAmber}},
-        {"signs\\attention", {{"dialog-warning"}, kAmber}},
-        {"signs\\info", {{"dialog-information"}, kBlue}},
-        {"signs\\information", {{"dialog-information"}, kBlue}},
-        {"signs\\about", {{"help-about", "dialog-information"}, kBlue}},
-        {"signs\\help", {{"help-browser", "help-contents", "help-about"}, kBlue}},
-        {"signs\\print", {{"document-print"}, {}}},
-        {"signs\\delete", {{"edit-delete", "user-trash"}, {}}},
-        {"signs\\favorite", {{"starred", "emblem-favorite", "bookmark-new"}, kAmber}},
-        {"signs\\save", {{"document-save"}, {}}},
-        {"signs\\load", {{"document-open"}, {}}},
-        {"signs\\undo", {{"edit-undo"}, {}}},
-        {"signs\\copy", {{"edit-copy"}, {}}},
-        {"signs\\search", {{"system-search", "edit-find"}, {}}},
-        {"signs\\new", {{"document-new"}, {}}},
-        {"signs\\filter", {{"view-filter", "edit-find"}, {}}},
-        {"signs\\name", {{"edit-rename", "insert-text"}, {}}},
-        {"folders\\generic", {{"folder"}, {}}},
-        {"folders\\closed", {{"folder"}, {}}},
-        {"folders\\ok", {{"folder"}, {}}},
-        {"folders\\save", {{"folder", "document-save"}, {}}},
-        {"folders\\open", {{"folder-open", "folder"}, {}}},
-        {"folders\\nethood", {{"folder-remote", "network-workgroup"}, {}}},
-        {"folders\\favorite", {{"user-bookmarks", "folder"}, {}}},
-        {"folders\\desktop", {{"user-desktop"}, {}}},
-        {"folders\\user", {{"user-home"}, {}}},
-        {"folders\\users", {{"system-users", "user-home"}, {}}},
-        {"folders\\checklist", {{"folder-documents", "folder"}, {}}},
-        {"hardware\\nethood", {{"network-workgroup", "network-server"}, {}}},
-        {"hardware\\computer", {{"computer"}, {}}},
-        {"hardware\\workstation", {{"computer"}, {}}},
-        {"hardware\\drive", {{"drive-harddisk"}, {}}},
-        {"hardware\\drive cd ready", {{"media-optical", "drive-optical"}, {}}},
-        {"hardware\\drive disc ready", {{"media-optical", "drive-optical"}, {}}},
-        {"hardware\\drive net", {{"folder-remote", "network-server"}, {}}},
-        {"hardware\\drive ram", {{"media-flash", "drive-harddisk"}, {}}},
-        {"hardware\\drive removable", {{"drive-removable-media"}, {}}},
-        {"equipment\\usbstick", {{"drive-removable-media", "media-flash"}, {}}},
-        {"files\\new", {{"document-new"}, {}}},
-        {"software\\generic", {{"application-x-executable"}, {}}},
-        {"windows\\program", {{"application-x-executable"}, {}}},
-        {"tools\\generic", {{"applications-utilities", "preferences-system"}, {}}},
-        {"papers\\sheet", {{"text-x-generic"}, {}}},
-        {"overlay\\new", {{"list-add"}, kGreen}},
-        {"overlay\\remove", {{"list-remove"}, kRed}},
-        {"overlay\\search", {{"system-search", "edit-find"}, {}}},
-    };
-    return table;
-}
-
-// The desktop may run without a platform theme (offscreen, bare X sessions):
-// then Adwaita, which Debian installs with every GTK desktop.
-void prepareTheme()
-{
-    static std::once_flag once;
-    std::call_once(once, [] {
-        if (QIcon::themeName().isEmpty())
-            QIcon::setThemeName(QStringLiteral("Adwaita"));
-        if (QIcon::fallbackThemeName().isEmpty())
-            QIcon::setFallbackThemeName(QStringLiteral("hicolor"));
-        QStringList paths = QIcon::themeSearchPaths();
-        if (!paths.contains(QStringLiteral("/usr/share/icons"))) {
-            paths << QStringLiteral("/usr/share/icons");
-            QIcon::setThemeSearchPaths(paths);
-        }
-    });
-}
 
 QImage emptyCanvas(int size)
 {
@@ -135,23 +39,21 @@ QImage fitted(const QImage& image, int size)
     return canvas;
 }
 
-QImage tinted(QImage image, const QColor& colour)
-{
-    QPainter painter(&image);
-    painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
-    painter.fillRect(image.rect(), colour);
-    return image;
-}
-
 // The best of the images in a file for a size: the smallest that is at least
-// as large, else the largest. Icon files hold several sizes.
+// as large, else the largest. Icon files hold several sizes. size <= 0 asks
+// for the largest, an SVG at its own size.
 QImage readFile(const QString& file, int size)
 {
     QImageReader reader(file);
     if (reader.format() == "svg" || reader.format() == "svgz") {
-        reader.setScaledSize(QSize(size, size));
+        QSize own = reader.size().isValid() ? reader.size() : QSize(kMaxSize, kMaxSize);
+        if (size > 0 || own.width() > kMaxSize || own.height() > kMaxSize)
+            own.scale(QSize(size > 0 ? size : kMaxSize, size > 0 ? size : kMaxSize),
+                      Qt::KeepAspectRatio);
+        reader.setScaledSize(own);
         return reader.read();
     }
+    const int wanted = size > 0 ? size : kMaxSize;
     QImage best;
     const int count = std::max(1, reader.imageCount());
     for (int i = 0; i < count; ++i) {
@@ -160,8 +62,8 @@ QImage readFile(const QString& file, int size)
         const QImage image = reader.read();
         if (image.isNull())
             continue;
-        const bool fits = image.width() >= size;
-        const bool bestFits = !best.isNull() && best.width() >= size;
+        const bool fits = image.width() >= wanted;
+        const bool bestFits = !best.isNull() && best.width() >= wanted;
         if (best.isNull() || (fits && (!bestFits || image.width() < best.width())) ||
             (!fits && !bestFits && image.width() > best.width()))
             best = image;
@@ -169,37 +71,31 @@ QImage readFile(const QString& file, int size)
     return best;
 }
 
-QImage fromTheme(const QString& group, const QString& name, int size)
+// A picture file named by its absolute path, as a host or the command line
+// may give instead of a resource path.
+bool isFilePath(const QString& path)
 {
-    if (!qGuiApp) // pixmaps need the application object
-        return {};
-    prepareTheme();
-    ThemeEntry entry;
-    const auto& table = themeTable();
-    if (auto it = table.find(group + u'\\' + name); it != table.end()) {
-        entry = *it;
-    } else if (group == u"files") {
-        // File type pictures are named by extension: ask the MIME database.
-        const QMimeType type = QMimeDatabase().mimeTypeForFile(QStringLiteral("x.") + name,
-                                                               QMimeDatabase::MatchExtension);
-        entry.names = {type.iconName(), type.genericIconName()};
-    } else {
+    return path.startsWith(u'/');
+}
+
+// A file that is missing or no picture is a mistake of whoever named it: say
+// so, since the drawn square alone looks like a picture that merely lacks.
+QImage fromFile(const QString& file, int size)
+{
+    const QFileInfo info(file);
+    if (!info.exists()) {
+        qWarning().noquote() << "formwerk: picture" << file << "not found, a stand-in is shown";
         return {};
     }
-    for (const QString& themeName : entry.names) {
-        for (const QString& candidate : {themeName, themeName + QStringLiteral("-symbolic")}) {
-            if (!QIcon::hasThemeIcon(candidate))
-                continue;
-            QImage image =
-                fitted(QIcon::fromTheme(candidate).pixmap(QSize(size, size), 1.0).toImage(), size);
-            if (image.isNull())
-                continue;
-            if (candidate.endsWith(QStringLiteral("-symbolic")) && entry.tint.isValid())
-                image = tinted(image, entry.tint);
-            return image;
-        }
+    // Only regular files are read: a device such as /dev/zero never ends.
+    const QImage image = info.isFile() ? readFile(file, size) : QImage();
+    if (image.isNull()) {
+        qWarning().noquote() << "formwerk:" << file << "is not a picture, a stand-in is shown";
+        return {};
     }
-    return {};
+    if (size <= 0)
+        size = std::clamp(std::max(image.width(), image.height()), 1, kMaxSize);
+    return fitted(image, size);
 }
 
 QImage drawnFallback(const QString& name, int size)
@@ -300,13 +196,20 @@ QImage DesktopPictures::fromStore(const QStringList& parts, int size) const
 
 QImage DesktopPictures::loadBase(const QString& path, int size, bool drawFallback)
 {
+    if (isFilePath(path)) {
+        QImage image = fromFile(path, size);
+        if (image.isNull() && drawFallback)
+            image =
+                drawnFallback(QFileInfo(path).completeBaseName(), size > 0 ? size : kDefaultSize);
+        return image;
+    }
     const QStringList parts = componentsOf(path);
     const QString name = parts.isEmpty() ? QString() : QFileInfo(parts.last()).completeBaseName();
     QImage image;
     if (!parts.isEmpty())
         image = fromStore(parts, size);
     if (image.isNull() && parts.size() >= 2)
-        image = fromTheme(parts[parts.size() - 2].toLower(), name.toLower(), size);
+        image = fitted(ThemePicture(parts[parts.size() - 2].toLower(), name.toLower(), size), size);
     if (image.isNull() && drawFallback)
         image = drawnFallback(name, size);
     return image;
@@ -314,17 +217,21 @@ QImage DesktopPictures::loadBase(const QString& path, int size, bool drawFallbac
 
 QImage DesktopPictures::LoadImage(const QString& path, int size)
 {
+    // A file's own name may hold a "#"; only what is not a file has an overlay.
+    const bool wholeFile = isFilePath(path) && QFileInfo(path).isFile();
+    const qsizetype hash = wholeFile ? -1 : path.indexOf(u'#');
+    const QString base = hash < 0 ? path : path.left(hash);
     if (size <= 0)
-        size = SizeOfPath(path);
-    size = std::clamp(size, 1, kMaxSize);
-    const qsizetype hash = path.indexOf(u'#');
-    QImage image = loadBase(hash < 0 ? path : path.left(hash), size, true);
+        size = isFilePath(base) ? 0 : SizeOfPath(path); // a file keeps its own size
+    if (size > 0)
+        size = std::min(size, kMaxSize);
+    QImage image = loadBase(base, size, true);
     if (hash >= 0) {
-        const int overlaySize = std::max(1, size / 2);
+        const int overlaySize = std::max(1, image.width() / 2);
         const QImage overlay = loadBase(path.mid(hash + 1), overlaySize, false);
         if (!overlay.isNull()) {
             QPainter painter(&image);
-            painter.drawImage(size - overlaySize, size - overlaySize, overlay);
+            painter.drawImage(image.width() - overlaySize, image.height() - overlaySize, overlay);
         }
     }
     return image;

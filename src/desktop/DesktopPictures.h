@@ -8,9 +8,14 @@
 //  1. in the picture store folder: the same relative path with "/" separators,
 //     path components matched case-insensitively, the file's own extension
 //     or else .png, .svg and .ico tried;
-//  2. in the installed icon theme, through a table from the names the dialogs
+//  2. in the installed icon theme (see DesktopPicturesTheme.h), through a table from the names the
+//  dialogs
 //     use (group and name, such as Signs\Critical) to freedesktop icon names;
 //  3. drawn: a rounded grey square with the name's first letter.
+// An absolute path ("/usr/share/pixmaps/x.png") names a picture file of its
+// own (PNG, SVG, ICO and the other formats Qt reads), kept at its own size
+// unless a width is asked for; a path that names nothing, or a file that is
+// no picture, draws the square and warns on stderr.
 // An overlay after "#" is found the same way (but never drawn as a letter
 // square: an unknown overlay is left out) and painted at half size into the
 // bottom-right corner, where emblems sit in every icon theme.

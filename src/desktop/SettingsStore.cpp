@@ -1,6 +1,7 @@
 #include "desktop/SettingsStore.h"
 
 #include <QDateTime>
+#include <QDebug>
 #include <QDir>
 #include <QFile>
 #include <QJsonDocument>
@@ -59,18 +60,42 @@ QString SettingsStore::FilePath() const
     return m_folder + u'/' + QLatin1String(kFileName);
 }
 
-QJsonObject SettingsStore::load(bool& broken) const
+SettingsStore::Loaded SettingsStore::load() const
 {
-    broken = false;
+    Loaded result;
     QFile file(FilePath());
     if (!file.exists())
-        return {};
+        return result;
+    // An intact file that merely cannot be opened or read now (permissions,
+    // no file descriptors left) is not garbage: it must never be moved aside.
+    if (!file.open(QIODevice::ReadOnly)) {
+        result.state = Loaded::Unreadable;
+        result.problem = file.errorString();
+        return result;
+    }
+    const QByteArray bytes = file.readAll();
+    if (file.error() != QFileDevice::NoError) {
+        result.state = Loaded::Unreadable;
+        result.problem = file.errorString();
+        return result;
+    }
     QJsonParseError error{};
-    QJsonDocument document;
-    if (file.open(QIODevice::ReadOnly))
-        document = QJsonDocument::fromJson(file.readAll(), &error);
-    broken = !file.isOpen() || error.error != QJsonParseError::NoError || !document.isObject();
-    return broken ? QJsonObject() : document.object();
+    const QJsonDocument document = QJsonDocument::fromJson(bytes, &error);
+    if (error.error != QJsonParseError::NoError || !document.isObject())
+        result.state = Loaded::Garbage;
+    else
+        result.root = document.object();
+    return result;
+}
+
+bool SettingsStore::usable(const Loaded& loaded) const
+{
+    if (loaded.state == Loaded::Unreadable && !m_unreadable.exchange(true))
+        qWarning().noquote() << "formwerk: the settings in" << FilePath() << "cannot be read ("
+                             << loaded.problem
+                             << "); defaults are used and no setting is saved while this "
+                                "program runs";
+    return !m_unreadable;
 }
 
 void SettingsStore::moveAside() const
@@ -88,21 +113,20 @@ void SettingsStore::moveAside() const
 std::optional<QJsonValue> SettingsStore::Read(const QString& hive, const QString& name) const
 {
     const SplitName split = splitName(name);
-    if (split.valueName.isEmpty())
+    if (split.valueName.isEmpty() || m_unreadable)
         return std::nullopt;
-    bool broken = false;
-    const QJsonObject root = load(broken);
-    if (broken) {
+    const Loaded loaded = load();
+    if (!usable(loaded))
+        return std::nullopt;
+    if (loaded.state == Loaded::Garbage) {
         // Moved aside under the lock only, so that a writer's fresh file is
         // never taken for the broken one it replaced.
         QLockFile lock(FilePath() + QStringLiteral(".lock"));
-        if (lock.tryLock(kLockWaitMs)) {
-            load(broken);
-            if (broken)
-                moveAside();
-        }
+        if (lock.tryLock(kLockWaitMs) && load().state == Loaded::Garbage)
+            moveAside();
         return std::nullopt;
     }
+    const QJsonObject& root = loaded.root;
     const QString hiveName = findMember(root, hive);
     if (hiveName.isEmpty())
         return std::nullopt;
@@ -120,7 +144,7 @@ std::optional<QJsonValue> SettingsStore::Read(const QString& hive, const QString
 bool SettingsStore::Write(const QString& hive, const QString& name, const QJsonValue& value)
 {
     const SplitName split = splitName(name);
-    if (split.valueName.isEmpty() || !QDir().mkpath(m_folder))
+    if (m_unreadable || split.valueName.isEmpty() || !QDir().mkpath(m_folder))
         return false;
 
     QLockFile lock(FilePath() + QStringLiteral(".lock"));
@@ -128,10 +152,12 @@ bool SettingsStore::Write(const QString& hive, const QString& name, const QJsonV
         return false;
 
     // Reread under the lock: another process may have written since we last looked.
-    bool broken = false;
-    QJsonObject root = load(broken);
-    if (broken)
+    Loaded loaded = load();
+    if (!usable(loaded))
+        return false; // writing now would replace settings that were never read
+    if (loaded.state == Loaded::Garbage)
         moveAside();
+    QJsonObject& root = loaded.root;
     QString hiveName = findMember(root, hive);
     if (hiveName.isEmpty())
         hiveName = hive;

@@ -16,12 +16,16 @@
 // Every write rereads the file under a lock file (<folder>/registry.json.lock),
 // changes one value and saves through a temporary file and a rename, so that a
 // second process writing at the same time neither tears the file nor loses
-// its own value. A file that cannot be read or parsed reads as empty and is
-// moved aside as registry.json.broken-<timestamp>, never overwritten.
+// its own value. A file whose content is no such object reads as empty and is
+// moved aside as registry.json.broken-<timestamp>, never overwritten. A file
+// that exists but cannot be opened or read (permissions, no file descriptors
+// left) is left alone: the store then reads defaults for the rest of the
+// process, refuses every write, and says so once on stderr.
 
 #include <QJsonObject>
 #include <QJsonValue>
 #include <QString>
+#include <atomic>
 #include <optional>
 
 namespace fw::desktop {
@@ -45,11 +49,18 @@ class SettingsStore {
     bool Write(const QString& hive, const QString& name, const QJsonValue& value);
 
   private:
-    /// The file's content; empty with broken set if it cannot be read or parsed.
-    QJsonObject load(bool& broken) const;
+    struct Loaded {
+        enum State { Fine, Garbage, Unreadable } state = Fine;
+        QJsonObject root; ///< empty unless Fine; a missing file is Fine and empty
+        QString problem;  ///< why an Unreadable file could not be read
+    };
+    Loaded load() const;
+    /// False once the file was found unreadable; warns the first time.
+    bool usable(const Loaded& loaded) const;
     void moveAside() const;
 
     QString m_folder;
+    mutable std::atomic<bool> m_unreadable{false};
 };
 
 } // namespace fw::desktop

@@ -1,15 +1,22 @@
-// Pictures from resource paths: size, store before theme before drawing,
-// overlays, and a picture for every path however bad.
+// Pictures from resource paths and files: size, store before theme before
+// drawing, overlays, the theme on a real X display, and a picture for every
+// path however bad.
 #include "desktop/DesktopPictures.h"
+#include "desktop/DesktopPicturesTheme.h"
 #include "forms/Pictures.h"
 
+#include <QCoreApplication>
 #include <QDir>
+#include <QGuiApplication>
 #include <QIcon>
 #include <QImage>
+#include <QProcess>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 using fw::desktop::DesktopPictures;
+using fw::desktop::IconThemeChain;
 
 namespace {
 
@@ -120,6 +127,141 @@ TEST(DesktopPictures, ListResourcesListsFoldersOrFilesOfTheStore)
                                      "Ico\\20\\Computer\\Signs\\OK.png"}));
     EXPECT_EQ(pictures.ListResources("Ico\\nowhere", true, false, true).Count(), 0);
     EXPECT_EQ(DesktopPictures(QString()).ListResources("Ico", true, false, true).Count(), 0);
+}
+
+void writeText(const QString& file, const QByteArray& text)
+{
+    QDir().mkpath(QFileInfo(file).path());
+    QFile out(file);
+    ASSERT_TRUE(out.open(QIODevice::WriteOnly));
+    out.write(text);
+}
+
+QStringList g_warnings;
+
+TEST(DesktopPictures, AbsolutePathsNamePictureFilesAndBadOnesWarn)
+{
+    QTemporaryDir dir;
+    writeSquare(dir.filePath("red.png"), 40, Qt::red);
+    writeSquare(dir.filePath("blue.ico"), 24, Qt::blue);
+    writeText(dir.filePath("green.svg"), "<svg xmlns='http://www.w3.org/2000/svg' width='20' "
+                                         "height='20'><rect width='20' height='20' "
+                                         "fill='#00ff00'/></svg>");
+    writeText(dir.filePath("text.png"), "not a picture at all");
+    writeSquare(dir.filePath("odd#name.png"), 8, Qt::red);
+    DesktopPictures pictures{QString()};
+    const QtMessageHandler previous = qInstallMessageHandler(
+        [](QtMsgType, const QMessageLogContext&, const QString& m) { g_warnings << m; });
+    const struct {
+        QString file;
+        int width; // -1: the file's own size
+        QSize size;
+        QColor centre; // invalid: the drawn stand-in, with a warning
+    } cases[] = {
+        {"red.png", -1, {40, 40}, Qt::red},
+        {"red.png", 20, {20, 20}, Qt::red},
+        {"blue.ico", -1, {24, 24}, Qt::blue},
+        {"green.svg", -1, {20, 20}, Qt::green},
+        {"green.svg", 64, {64, 64}, Qt::green},
+        {"odd#name.png", -1, {8, 8}, Qt::red},
+        {"text.png", -1, {16, 16}, {}},
+        {"missing.png", 32, {32, 32}, {}},
+        {"", -1, {16, 16}, {}}, // the folder itself
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.file.toStdString() + " " + std::to_string(c.width));
+        g_warnings.clear();
+        const QString path = dir.filePath(c.file);
+        const QImage image =
+            fw::ToImage(pictures.LoadPicture(path.toStdString(), 0, c.width, c.width));
+        EXPECT_EQ(image.size(), c.size);
+        if (c.centre.isValid()) {
+            EXPECT_EQ(image.pixelColor(c.size.width() / 2, c.size.height() / 2), c.centre);
+            EXPECT_TRUE(g_warnings.isEmpty()) << g_warnings.join(' ').toStdString();
+        } else {
+            EXPECT_TRUE(hasVisiblePixel(image));
+            ASSERT_EQ(g_warnings.size(), 1);
+            EXPECT_TRUE(g_warnings[0].contains(path)) << g_warnings[0].toStdString();
+        }
+    }
+    qInstallMessageHandler(previous);
+}
+
+TEST(DesktopPictures, ThemeChainPutsInstalledFullThemesBeforeHicolor)
+{
+    QTemporaryDir icons;
+    const auto theme = [&](const QString& name, const QByteArray& body) {
+        writeText(icons.filePath(name + "/index.theme"), "[Icon Theme]\n" + body);
+    };
+    theme("Adwaita", "Directories=16x16/actions\nInherits=hicolor\n");
+    theme("Mine", "Directories=scalable/apps,32x32/apps\n");
+    theme("default", "Inherits=Adwaita\n"); // cursors only
+    theme("hicolor", "Directories=48x48/apps\n");
+    const QStringList paths{"/nonexistent", icons.path()};
+    const struct {
+        QString reported;
+        QStringList chain;
+    } cases[] = {
+        {"hicolor", {"Adwaita", "Mine", "hicolor"}}, {"", {"Adwaita", "Mine", "hicolor"}},
+        {"Mine", {"Mine", "Adwaita", "hicolor"}},    {"breeze", {"Adwaita", "Mine", "hicolor"}},
+        {"default", {"Adwaita", "Mine", "hicolor"}},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(IconThemeChain(c.reported, paths), c.chain) << c.reported.toStdString();
+    EXPECT_EQ(IconThemeChain("Adwaita", {}), QStringList{"hicolor"});
+}
+
+// Runs inside the test below, on the xcb platform; skipped in a normal run.
+TEST(DesktopPicturesOnXChild, NamedPicturesAreNotTheDrawnSquare)
+{
+    if (!qEnvironmentVariableIsSet("FORMWERK_TEST_X_CHILD"))
+        GTEST_SKIP() << "only run as the child of another test";
+    ASSERT_EQ(QGuiApplication::platformName(), "xcb");
+    if (IconThemeChain(QIcon::themeName(), QIcon::themeSearchPaths() << "/usr/share/icons").size() <
+        2)
+        GTEST_SKIP() << "no full icon theme is installed";
+    DesktopPictures pictures{QString()};
+    // An unknown name draws the square with the same first letter.
+    for (const char* name : {"Question", "Critical", "Warning"}) {
+        const std::string path = std::string("Ico\\32\\Computer\\Signs\\") + name;
+        EXPECT_TRUE(load(pictures, path + ".ico") != load(pictures, path + "xyz.ico"))
+            << name << " is the drawn square";
+    }
+}
+
+// Qt reports "hicolor" as the theme on a bare X display, where offscreen it
+// reports none: so this runs the check above in a child on its own Xvfb.
+TEST(DesktopPictures, NamedPicturesComeFromAThemeOnAnXDisplay)
+{
+    const QString xvfb = QStandardPaths::findExecutable("Xvfb");
+    if (xvfb.isEmpty())
+        GTEST_SKIP() << "Xvfb is not installed, so there is no X display to try";
+    QProcess server;
+    // -displayfd picks a free display and writes its number once it serves.
+    server.start(xvfb, {"-displayfd", "1", "-screen", "0", "640x480x24", "-nolisten", "tcp"});
+    ASSERT_TRUE(server.waitForStarted());
+    QByteArray display;
+    while (!display.contains('\n') && server.waitForReadyRead(10000))
+        display += server.readAllStandardOutput();
+    ASSERT_TRUE(display.contains('\n')) << "Xvfb gave no display";
+
+    QProcess child;
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    env.insert("DISPLAY", ":" + QString::fromLatin1(display.trimmed()));
+    env.insert("QT_QPA_PLATFORM", "xcb");
+    env.insert("FORMWERK_TEST_KEEP_PLATFORM", "1");
+    env.insert("FORMWERK_TEST_X_CHILD", "1");
+    child.setProcessEnvironment(env);
+    child.setProcessChannelMode(QProcess::MergedChannels);
+    child.start(QCoreApplication::applicationFilePath(),
+                {"--gtest_filter=DesktopPicturesOnXChild.*"});
+    ASSERT_TRUE(child.waitForFinished(60000));
+    const QString output = QString::fromLocal8Bit(child.readAll());
+    server.terminate();
+    server.waitForFinished(10000);
+    ASSERT_EQ(child.exitCode(), 0) << output.toStdString();
+    if (output.contains("[  SKIPPED ]"))
+        GTEST_SKIP() << output.section("Skipped", 1).trimmed().toStdString();
 }
 
 } // namespace

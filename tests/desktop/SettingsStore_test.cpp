@@ -12,6 +12,7 @@
 #include <gtest/gtest.h>
 #include <memory>
 #include <thread>
+#include <unistd.h>
 
 using fw::HiveClassesRoot;
 using fw::HiveCurrentUser;
@@ -111,6 +112,61 @@ TEST(SettingsStore, GarbageFileIsMovedAsideAndReadsAsDefaults)
 
     EXPECT_TRUE(registry.Writer().WriteNumber(HiveCurrentUser, kFolderView, 4));
     EXPECT_EQ(registry.Strings().ReadNumber(HiveCurrentUser, kFolderView, 7), 4);
+}
+
+QStringList g_warnings;
+
+TEST(SettingsStore, AFileThatCannotBeOpenedIsLeftAloneAndWritesAreRefused)
+{
+    // Root opens a file whatever its mode, so the permission row runs only for
+    // other users; a folder in place of the file cannot be opened by anyone.
+    const struct {
+        const char* what;
+        bool asRootToo;
+        QFile::Permissions permissions;
+    } cases[] = {
+        {"a folder in place of the file", true, {}},
+        {"a file nobody may read", false, QFile::Permissions()},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        if (!c.asRootToo && geteuid() == 0)
+            continue;
+        QTemporaryDir dir;
+        const QString file = dir.filePath("registry.json");
+        const QByteArray kept =
+            R"({"HKEY_CURRENT_USER": {"Software\\Valdrenix\\Core\\Settings": {"FolderView": 3}}})";
+        if (c.asRootToo) {
+            ASSERT_TRUE(QDir().mkpath(file));
+        } else {
+            QFile out(file);
+            ASSERT_TRUE(out.open(QIODevice::WriteOnly));
+            out.write(kept);
+            out.close();
+            ASSERT_TRUE(out.setPermissions(c.permissions));
+        }
+        g_warnings.clear();
+        const QtMessageHandler previous = qInstallMessageHandler(
+            [](QtMsgType, const QMessageLogContext&, const QString& m) { g_warnings << m; });
+        DesktopRegistry registry = registryIn(dir.path());
+        EXPECT_EQ(registry.Strings().ReadNumber(HiveCurrentUser, kFolderView, 7), 7);
+        EXPECT_FALSE(registry.Writer().WriteNumber(HiveCurrentUser, kFolderView, 4));
+        EXPECT_EQ(registry.Strings().ReadNumber(HiveCurrentUser, kFolderView, 7), 7);
+        qInstallMessageHandler(previous);
+        ASSERT_EQ(g_warnings.size(), 1) << "said once, on stderr";
+        EXPECT_TRUE(g_warnings[0].contains(file)) << g_warnings[0].toStdString();
+
+        EXPECT_EQ(
+            QDir(dir.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden),
+            QStringList{"registry.json"})
+            << "nothing moved aside, nothing new";
+        if (!c.asRootToo) {
+            QFile(file).setPermissions(QFile::ReadOwner | QFile::WriteOwner);
+            EXPECT_EQ(registryIn(dir.path()).Strings().ReadNumber(HiveCurrentUser, kFolderView, 7),
+                      3)
+                << "the settings are still there once the file can be read";
+        }
+    }
 }
 
 // Runs as the second process of the test below; skipped in a normal run.

@@ -7,7 +7,10 @@
 
 int main(int argc, char** argv)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
+    // A test may start its own program again on a real display (xcb under
+    // Xvfb); that child keeps the platform it is given.
+    if (!qEnvironmentVariableIsSet("FORMWERK_TEST_KEEP_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
     ::testing::InitGoogleTest(&argc, argv);
     fw::testing::TestHost::ForbiddenCallHandler = [](const std::string& call) {

@@ -191,24 +191,43 @@ void ListItems::RemoveRange(int index, int count)
 int ListItems::RemoveIf(const std::function<bool(const ListItem&)>& reject)
 {
     m_list.flush();
-    ListModel* model = m_list.m_model;
+    const std::size_t total = m_rows.size();
+    std::vector<bool> rejected(total);
+    std::size_t runs = 0;
+    for (std::size_t i = 0; i < total; ++i) {
+        rejected[i] = reject(*m_rows[i]);
+        if (rejected[i] && (i == 0 || !rejected[i - 1]))
+            ++runs;
+    }
+    if (runs == 0)
+        return 0;
     // The focus moving off a removed row is no click of the user's.
     const bool wasByCode = std::exchange(m_list.m_byCode, true);
+    // Each removal costs the views a little; past a few thousand runs (a
+    // search that drops every other row) one new layout of the rows that stay
+    // is cheaper than a removal per run.
+    constexpr std::size_t kRunsForOneLayout = 2000;
+    const int removed = runs > kRunsForOneLayout ? removeByLayout(rejected) : removeRuns(rejected);
+    m_list.m_byCode = wasByCode;
+    return removed;
+}
+
+int ListItems::removeRuns(const std::vector<bool>& rejected)
+{
+    ListModel* model = m_list.m_model;
     const std::size_t total = m_rows.size();
     std::size_t write = 0;
-    const auto keep = [&](std::size_t read) {
-        if (write != read)
-            m_rows[write] = std::move(m_rows[read]);
-        m_rows[write]->m_row = int(write);
-        ++write;
-    };
     for (std::size_t read = 0; read < total;) {
-        if (!reject(*m_rows[read])) {
-            keep(read++);
+        if (!rejected[read]) {
+            if (write != read)
+                m_rows[write] = std::move(m_rows[read]);
+            m_rows[write]->m_row = int(write);
+            ++write;
+            ++read;
             continue;
         }
         std::size_t end = read + 1;
-        while (end < total && reject(*m_rows[end]))
+        while (end < total && rejected[end])
             ++end;
         const int count = int(end - read);
         if (model)
@@ -220,15 +239,36 @@ int ListItems::RemoveIf(const std::function<bool(const ListItem&)>& reject)
         if (model)
             model->endRemove(int(write), count, int(end - write));
         read = end;
-        if (read < total)
-            keep(read++); // known to stay: the run ended before it
     }
-    const int removed = int(total - write);
     m_rows.resize(write);
     if (model)
         model->closeGap();
-    m_list.m_byCode = wasByCode;
-    return removed;
+    return int(total - write);
+}
+
+int ListItems::removeByLayout(const std::vector<bool>& rejected)
+{
+    ListModel* model = m_list.m_model;
+    const std::size_t total = m_rows.size();
+    std::vector<int> newRowOfOld(total, -1);
+    if (model)
+        model->layoutWillChange();
+    std::size_t write = 0;
+    for (std::size_t read = 0; read < total; ++read) {
+        if (rejected[read]) {
+            forget(*m_rows[read]);
+            m_rows[read].reset();
+            continue;
+        }
+        if (write != read)
+            m_rows[write] = std::move(m_rows[read]);
+        m_rows[write]->m_row = int(write);
+        newRowOfOld[read] = int(write++);
+    }
+    m_rows.resize(write);
+    if (model)
+        model->layoutDidChange(newRowOfOld);
+    return int(total - write);
 }
 
 void ListItems::Clear()

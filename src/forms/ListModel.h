@@ -181,8 +181,11 @@ class ListModel : public QAbstractTableModel {
         QModelIndexList from = persistentIndexList();
         QModelIndexList to;
         to.reserve(from.size());
-        for (const QModelIndex& old : from)
-            to.append(index(newRowOfOld[std::size_t(old.row())], old.column()));
+        for (const QModelIndex& old : from) {
+            const int row = newRowOfOld[std::size_t(old.row())];
+            to.append(row < 0 ? QModelIndex() : createIndex(row, old.column()));
+        }
+        m_shown = m_list->m_items.Count();
         changePersistentIndexList(from, to);
         emit layoutChanged();
     }

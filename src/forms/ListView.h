@@ -133,7 +133,9 @@ class ListItems {
     /// range beyond the rows.
     void RemoveRange(int index, int count);
     /// Removes every row the test rejects, each run of neighbouring rows in one
-    /// step; the rows that stay keep their order. Returns the number removed.
+    /// step (or, for thousands of runs, all in one new layout); the test is
+    /// asked once per row and the rows that stay keep their order. Returns the
+    /// number removed.
     int RemoveIf(const std::function<bool(const ListItem&)>& reject);
     void Clear();
 
@@ -144,6 +146,8 @@ class ListItems {
     explicit ListItems(fw::ListView& list) : m_list(list) {}
     void indexKeys() const;
     void forget(ListItem& item);
+    int removeRuns(const std::vector<bool>& rejected);
+    int removeByLayout(const std::vector<bool>& rejected);
 
     fw::ListView& m_list;
     std::vector<std::unique_ptr<ListItem>> m_rows;

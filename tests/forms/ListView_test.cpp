@@ -129,18 +129,12 @@ TEST_F(ListViewTest, ClicksAndKeysSelectRowsAndReportEachMove)
     form.lst->SetView(lvwReport);
     const std::vector<Step> steps{
         {"click", click("Berta"), "Berta", {"click:Berta"}},
-        {"ctrl click adds",
-         click("Dora", Qt::ControlModifier),
-         "Berta,Dora",
-         {"click:Dora"}},
+        {"ctrl click adds", click("Dora", Qt::ControlModifier), "Berta,Dora", {"click:Dora"}},
         {"shift click extends",
          click("Emil", Qt::ShiftModifier),
          "Berta,Dora,Emil",
          {"click:Emil"}},
-        {"ctrl click removes",
-         click("Dora", Qt::ControlModifier),
-         "Berta,Emil",
-         {"click:Dora"}},
+        {"ctrl click removes", click("Dora", Qt::ControlModifier), "Berta,Emil", {"click:Dora"}},
         {"arrow up", key(Qt::Key_Up), "Carla", {"click:Carla"}},
         {"shift arrow up", key(Qt::Key_Up, Qt::ShiftModifier), "Bernd,Carla", {"click:Bernd"}},
         {"type-ahead", [](ListViewTest& t) { Type(t.form, "em"); }, "Emil", {"click:Emil"}},
@@ -290,6 +284,19 @@ TEST_F(ListViewTest, ABurstOfAddsReachesTheViewInOneStepInTheOrderOfAdding)
     EXPECT_EQ(shown.first(), "Erst");
     EXPECT_EQ(shown.last(), "x999");
     EXPECT_EQ(items.Item(8).Text(), "x0");
+
+    // A search that drops thousands of runs: the rest stay in order and selected.
+    for (int i = 1000; i < 6000; ++i)
+        items.Add(QString("C:\\X%1").arg(i), QString("x%1").arg(i));
+    row("x4001").SetSelected(true);
+    items.RemoveIf([](const ListItem& item) {
+        return item.Text().endsWith(u'0') || item.Text().endsWith(u'2');
+    });
+    const QStringList rest = shownInOrder();
+    EXPECT_EQ(rest.size(), 6007 - 1200);
+    EXPECT_EQ(rest.mid(7, 3), QStringList({"x1", "x3", "x4"}));
+    EXPECT_TRUE(row("x4001").Selected());
+    EXPECT_EQ(form.lst->SelectedItem(), &row("x4001"));
 }
 
 TEST_F(ListViewTest, HeadersReportClicksAndTakeTranslatedTextsAndSorting)

@@ -1,0 +1,379 @@
+#include "forms/ImageList.h"
+#include "forms/ListModel.h"
+#include "forms/Screen.h"
+
+#include <QHeaderView>
+#include <QItemSelectionModel>
+#include <utility>
+
+namespace fw {
+
+using listview::notFound;
+using listview::outOfBounds;
+
+// ---- ListItem ---------------------------------------------------------------
+
+void ListItem::SetText(const QString& text)
+{
+    m_text = text;
+    m_list->itemChanged(*this);
+}
+
+QString ListItem::Icon() const
+{
+    return m_list->m_imageKeys.keyOf(m_icon);
+}
+QString ListItem::SmallIcon() const
+{
+    return m_list->m_imageKeys.keyOf(m_smallIcon);
+}
+void ListItem::SetIcon(const QString& key)
+{
+    m_icon = m_list->m_imageKeys.idOf(key, m_list->m_icons);
+    m_list->itemChanged(*this);
+}
+void ListItem::SetSmallIcon(const QString& key)
+{
+    m_smallIcon = m_list->m_imageKeys.idOf(key, m_list->m_smallIcons);
+    m_list->itemChanged(*this);
+}
+
+QString ListItem::SubItem(int column) const
+{
+    if (column < 1)
+        throw ControlError(ControlError::InvalidPropertyValue, "Invalid property value");
+    return column <= m_subItems.size() ? m_subItems[column - 1] : QString();
+}
+
+void ListItem::SetSubItem(int column, const QString& text)
+{
+    if (column < 1)
+        throw ControlError(ControlError::InvalidPropertyValue, "Invalid property value");
+    if (m_subItems.size() < column)
+        m_subItems.resize(column);
+    m_subItems[column - 1] = text;
+    m_list->itemChanged(*this);
+}
+
+void ListItem::SetGhosted(bool ghosted)
+{
+    m_ghosted = ghosted;
+    m_list->itemChanged(*this);
+}
+
+void ListItem::SetChecked(bool checked)
+{
+    m_checked = checked;
+    m_list->itemChanged(*this);
+}
+
+bool ListItem::Selected() const
+{
+    const ListModel* model = m_list->m_model;
+    return model && m_list->m_selection && m_list->m_selection->isSelected(model->indexOf(*this));
+}
+
+void ListItem::SetSelected(bool selected)
+{
+    fw::ListView& list = *m_list;
+    list.flush();
+    if (!list.m_model || !list.m_selection)
+        return;
+    const QModelIndex index = list.m_model->indexOf(*this);
+    const bool wasByCode = std::exchange(list.m_byCode, true);
+    if (!selected)
+        list.m_selection->select(index, QItemSelectionModel::Deselect | QItemSelectionModel::Rows);
+    else if (list.m_multiSelect)
+        list.m_selection->select(index, QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    else
+        list.m_selection->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect |
+                                                     QItemSelectionModel::Rows);
+    list.m_byCode = wasByCode;
+}
+
+void ListItem::EnsureVisible()
+{
+    m_list->flush();
+    if (QAbstractItemView* view = m_list->activeView())
+        view->scrollTo(m_list->m_model->indexOf(*this));
+}
+
+// ---- ListItems --------------------------------------------------------------
+
+ListItem& ListItems::Add(int index, const QString& key, const QString& text, const QString& icon,
+                         const QString& smallIcon)
+{
+    if (!key.isEmpty() && IsNumericKey(key))
+        throw ControlError(ControlError::InvalidKey, "Invalid key");
+    if (index < 0 || index > Count() + 1)
+        throw outOfBounds();
+    const std::uint16_t iconId = m_list.m_imageKeys.idOf(icon, m_list.m_icons);
+    const std::uint16_t smallId = m_list.m_imageKeys.idOf(smallIcon, m_list.m_smallIcons);
+
+    auto owned = std::unique_ptr<ListItem>(new ListItem(m_list, key, text));
+    ListItem& item = *owned;
+    item.m_icon = iconId;
+    item.m_smallIcon = smallId;
+    ListModel* model = m_list.m_model;
+    if (index == 0 || index == Count() + 1) {
+        item.m_row = Count();
+        m_rows.push_back(std::move(owned));
+        if (model)
+            model->appended();
+    } else {
+        m_list.flush();
+        const int row = index - 1;
+        item.m_row = row;
+        if (model)
+            model->beginInsert(row);
+        m_rows.insert(m_rows.begin() + row, std::move(owned));
+        for (std::size_t i = std::size_t(row) + 1; i < m_rows.size(); ++i)
+            m_rows[i]->m_row = int(i);
+        if (model)
+            model->endInsert();
+    }
+    if (m_keysIndexed && !key.isEmpty())
+        m_byKey.insert(key, &item);
+    return item;
+}
+
+ListItem& ListItems::Item(int index) const
+{
+    if (index < 1 || index > Count())
+        throw outOfBounds();
+    return *m_rows[std::size_t(index - 1)];
+}
+
+ListItem& ListItems::Item(const QString& key) const
+{
+    if (ListItem* item = Find(key))
+        return *item;
+    throw notFound();
+}
+
+ListItem* ListItems::Find(const QString& key) const
+{
+    if (key.isEmpty())
+        return nullptr;
+    indexKeys();
+    return m_byKey.value(key, nullptr);
+}
+
+void ListItems::indexKeys() const
+{
+    if (m_keysIndexed)
+        return;
+    m_byKey.reserve(qsizetype(m_rows.size()));
+    for (const auto& row : m_rows)
+        if (!row->m_key.isEmpty())
+            m_byKey.insert(row->m_key, row.get());
+    m_keysIndexed = true;
+}
+
+void ListItems::forget(ListItem& item)
+{
+    if (m_keysIndexed && !item.m_key.isEmpty())
+        m_byKey.remove(item.m_key, &item);
+}
+
+void ListItems::RemoveRange(int index, int count)
+{
+    if (count <= 0)
+        return;
+    if (index < 1 || index + count - 1 > Count())
+        throw outOfBounds();
+    const int first = index - 1;
+    RemoveIf([first, count](const ListItem& item) {
+        return item.m_row >= first && item.m_row < first + count;
+    });
+}
+
+int ListItems::RemoveIf(const std::function<bool(const ListItem&)>& reject)
+{
+    m_list.flush();
+    const std::size_t total = m_rows.size();
+    std::vector<bool> rejected(total);
+    std::size_t runs = 0;
+    for (std::size_t i = 0; i < total; ++i) {
+        rejected[i] = reject(*m_rows[i]);
+        if (rejected[i] && (i == 0 || !rejected[i - 1]))
+            ++runs;
+    }
+    if (runs == 0)
+        return 0;
+    // The focus moving off a removed row is no click of the user's.
+    const bool wasByCode = std::exchange(m_list.m_byCode, true);
+    // Each removal costs the views a little; past a few thousand runs (a
+    // search that drops every other row) one new layout of the rows that stay
+    // is cheaper than a removal per run.
+    constexpr std::size_t kRunsForOneLayout = 2000;
+    const int removed = runs > kRunsForOneLayout ? removeByLayout(rejected) : removeRuns(rejected);
+    m_list.m_byCode = wasByCode;
+    return removed;
+}
+
+int ListItems::removeRuns(const std::vector<bool>& rejected)
+{
+    ListModel* model = m_list.m_model;
+    const std::size_t total = m_rows.size();
+    std::size_t write = 0;
+    for (std::size_t read = 0; read < total;) {
+        if (!rejected[read]) {
+            if (write != read)
+                m_rows[write] = std::move(m_rows[read]);
+            m_rows[write]->m_row = int(write);
+            ++write;
+            ++read;
+            continue;
+        }
+        std::size_t end = read + 1;
+        while (end < total && rejected[end])
+            ++end;
+        const int count = int(end - read);
+        if (model)
+            model->beginRemove(int(write), count);
+        for (std::size_t i = read; i < end; ++i) {
+            forget(*m_rows[i]);
+            m_rows[i].reset();
+        }
+        if (model)
+            model->endRemove(int(write), count, int(end - write));
+        read = end;
+    }
+    m_rows.resize(write);
+    if (model)
+        model->closeGap();
+    return int(total - write);
+}
+
+int ListItems::removeByLayout(const std::vector<bool>& rejected)
+{
+    ListModel* model = m_list.m_model;
+    const std::size_t total = m_rows.size();
+    std::vector<int> newRowOfOld(total, -1);
+    if (model)
+        model->layoutWillChange();
+    std::size_t write = 0;
+    for (std::size_t read = 0; read < total; ++read) {
+        if (rejected[read]) {
+            forget(*m_rows[read]);
+            m_rows[read].reset();
+            continue;
+        }
+        if (write != read)
+            m_rows[write] = std::move(m_rows[read]);
+        m_rows[write]->m_row = int(write);
+        newRowOfOld[read] = int(write++);
+    }
+    m_rows.resize(write);
+    if (model)
+        model->layoutDidChange(newRowOfOld);
+    return int(total - write);
+}
+
+void ListItems::Clear()
+{
+    ListModel* model = m_list.m_model;
+    const bool wasByCode = std::exchange(m_list.m_byCode, true);
+    if (model)
+        model->beginReset();
+    m_rows.clear();
+    m_byKey.clear();
+    m_keysIndexed = false;
+    if (model)
+        model->endReset();
+    m_list.m_byCode = wasByCode;
+}
+
+// ---- ColumnHeader(s) --------------------------------------------------------
+
+void ColumnHeader::SetText(const QString& text)
+{
+    m_text = text;
+    m_list->columnsChanged();
+}
+
+int ColumnHeader::Width() const
+{
+    if (const QHeaderView* header = m_list->detailsHeader())
+        return ToTwips(header->sectionSize(m_index));
+    return ToTwips(m_widthPixels);
+}
+
+void ColumnHeader::SetWidth(int twips)
+{
+    if (twips < 0)
+        throw ControlError(ControlError::InvalidPropertyValue, "Invalid property value");
+    m_widthPixels = ToPixels(twips);
+    if (QHeaderView* header = m_list->detailsHeader())
+        header->resizeSection(m_index, m_widthPixels);
+}
+
+void ColumnHeader::SetAlignment(int alignment)
+{
+    m_alignment = alignment;
+    m_list->columnsChanged();
+}
+
+ColumnHeader& ColumnHeaders::Add(int index, const QString& key, const QString& text, int width,
+                                 int alignment)
+{
+    if (!key.isEmpty()) {
+        if (IsNumericKey(key))
+            throw ControlError(ControlError::InvalidKey, "Invalid key");
+        for (const auto& column : m_columns)
+            if (column->m_key == key)
+                throw ControlError(ControlError::KeyNotUnique, "Key is not unique in collection");
+    }
+    if (index < 0 || index > Count() + 1)
+        throw outOfBounds();
+    auto column = std::unique_ptr<ColumnHeader>(new ColumnHeader(m_list));
+    column->m_key = key;
+    column->m_text = text;
+    column->m_alignment = alignment;
+    if (width >= 0)
+        column->m_widthPixels = ToPixels(width);
+    ColumnHeader& added = *column;
+    const int at = index == 0 ? Count() : index - 1;
+    m_columns.insert(m_columns.begin() + at, std::move(column));
+    renumber();
+    m_list.columnsChanged();
+    return added;
+}
+
+ColumnHeader& ColumnHeaders::Item(int index) const
+{
+    if (index < 1 || index > Count())
+        throw outOfBounds();
+    return *m_columns[std::size_t(index - 1)];
+}
+
+ColumnHeader& ColumnHeaders::Item(const QString& key) const
+{
+    for (const auto& column : m_columns)
+        if (!key.isEmpty() && column->m_key == key)
+            return *column;
+    throw notFound();
+}
+
+void ColumnHeaders::Remove(int index)
+{
+    Item(index);
+    m_columns.erase(m_columns.begin() + (index - 1));
+    renumber();
+    m_list.columnsChanged();
+}
+
+void ColumnHeaders::Clear()
+{
+    m_columns.clear();
+    m_list.columnsChanged();
+}
+
+void ColumnHeaders::renumber()
+{
+    for (std::size_t i = 0; i < m_columns.size(); ++i)
+        m_columns[i]->m_index = int(i);
+}
+
+} // namespace fw

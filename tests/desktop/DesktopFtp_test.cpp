@@ -78,13 +78,15 @@ TEST_F(DesktopFtpTest, APortThatRefusesOrNeverAnswersIsToldWithoutBlocking)
 {
     for (const auto& [kind, told] :
          {std::pair{DeadPort::Refusing, "Verbindung abgelehnt: auf 127.0.0.1:"},
-          std::pair{DeadPort::Silent, "nicht erreichbar: keine Antwort nach 0.4 s"}}) {
+          std::pair{DeadPort::Silent, "nicht erreichbar: keine Antwort nach 1.5 s"}}) {
         DeadPort port(kind);
         ASSERT_NE(port.Port(), 0);
         QElapsedTimer clock;
         clock.start();
-        open("127.0.0.1", port.Port(), 400);
-        EXPECT_LT(clock.elapsed(), 300) << "connecting must not block the window";
+        // A connect that blocked would return only after the 1.5 s limit; the
+        // margin below it keeps a busy machine from failing the case.
+        open("127.0.0.1", port.Port(), 1500);
+        EXPECT_LT(clock.elapsed(), 1000) << "connecting must not block the window";
         enter("USER anonymous"); // told at once: not connected, or not yet
         EXPECT_TRUE(output().contains("nicht gesendet: USER anonymous"));
         EXPECT_TRUE(shows(told)) << output().toStdString();

@@ -517,26 +517,12 @@ void TreeView::SetImageList(ImageList* images)
 
 std::uint16_t TreeView::imageId(const QString& key)
 {
-    if (key.isEmpty())
-        return 0;
-    if (!m_images)
-        throw ControlError(ControlError::ImageListNotInitialized,
-                           "ImageList must be initialized before it can be used");
-    if (!m_images->Exists(key))
-        throw ControlError(ControlError::ElementNotFound, "Element not found");
-    if (const auto it = m_imageIds.constFind(key); it != m_imageIds.cend())
-        return *it;
-    if (m_imageKeys.size() > 0xffff)
-        throw ControlError(ControlError::IndexOutOfBounds, "Index out of bounds");
-    const auto id = std::uint16_t(m_imageKeys.size());
-    m_imageKeys.push_back(key);
-    m_imageIds.insert(key, id);
-    return id;
+    return m_imageKeys.idOf(key, m_images);
 }
 
 const QString& TreeView::imageKey(std::uint16_t id) const
 {
-    return m_imageKeys[id];
+    return m_imageKeys.keyOf(id);
 }
 
 QIcon TreeView::iconOf(const TreeNode& node) const
@@ -548,7 +534,7 @@ QIcon TreeView::iconOf(const TreeNode& node) const
         id = node.m_expandedImage;
     if (node.m_selectedImage && node.Selected())
         id = node.m_selectedImage;
-    return id ? m_images->Icon(m_images->IndexOf(m_imageKeys[id])) : QIcon();
+    return m_imageKeys.iconOf(id, m_images);
 }
 
 void TreeView::nodeChanged(TreeNode& node)

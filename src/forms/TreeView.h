@@ -9,6 +9,7 @@
 //     tvw->Nodes().Add(&root, tvwChild, "", "id = 7", "property");
 
 #include "forms/Control.h"
+#include "forms/ImageKeys.h"
 
 #include <QHash>
 #include <QIcon>
@@ -217,8 +218,7 @@ class TreeView : public Control {
     QPointer<TreeModel> m_model;
     QPointer<TreeWidget> m_view;
     ImageList* m_images = nullptr;
-    std::vector<QString> m_imageKeys{QString()};
-    QHash<QString, std::uint16_t> m_imageIds;
+    ImageKeys m_imageKeys;
     QString m_pathSeparator = QStringLiteral("\\");
     // Set while code, not the user, moves the selection.
     bool m_selectingByCode = false;

@@ -12,6 +12,7 @@ packages=(
     xvfb xauth                # a virtual display where there is no screen
     fonts-dejavu-core adwaita-icon-theme
     python3-pyftpdlib         # a real FTP server on loopback for the FTP console's tests
+    clang libclang-rt-14-dev  # the fuzz targets: libFuzzer comes with clang's runtime
 )
 
 say() { printf '\n== %s\n' "$*"; }

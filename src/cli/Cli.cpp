@@ -73,16 +73,8 @@ Outcome readRequest(const QString& path, QJsonObject& request)
     if (!opened)
         return {ExitNoInput,
                 QStringLiteral("cannot read request file '%1': %2").arg(path, file.errorString())};
-    const QByteArray bytes = file.readAll();
-    QJsonParseError error;
-    const QJsonDocument document = QJsonDocument::fromJson(bytes, &error);
-    if (error.error != QJsonParseError::NoError)
-        return {ExitData, QStringLiteral("request: not valid JSON: %1 at offset %2")
-                              .arg(error.errorString())
-                              .arg(error.offset)};
-    if (!document.isObject())
-        return {ExitData, QStringLiteral("request: the top level must be a JSON object")};
-    request = document.object();
+    if (QString error = ParseRequest(file.readAll(), request); !error.isEmpty())
+        return {ExitData, error};
     return {};
 }
 
@@ -255,6 +247,20 @@ void quietOffscreenNotices(QtMsgType type, const QMessageLogContext& where, cons
 }
 
 } // namespace
+
+QString ParseRequest(const QByteArray& bytes, QJsonObject& request)
+{
+    QJsonParseError error;
+    const QJsonDocument document = QJsonDocument::fromJson(bytes, &error);
+    if (error.error != QJsonParseError::NoError)
+        return QStringLiteral("request: not valid JSON: %1 at offset %2")
+            .arg(error.errorString())
+            .arg(error.offset);
+    if (!document.isObject())
+        return QStringLiteral("request: the top level must be a JSON object");
+    request = document.object();
+    return {};
+}
 
 QJsonObject Answer(const QString& dialog, const DialogContext& context)
 {

@@ -18,7 +18,7 @@ if [ $# -ne 0 ] && [ $# -ne 2 ]; then
     exit 64
 fi
 if [ $# -eq 2 ] && [ ! -d "$root/fuzz/corpus/$1" ]; then
-    echo "fuzz: no target '$1' (one of: $(ls "$root/fuzz/corpus" | tr '\n' ' '))" >&2
+    echo "fuzz: no target '$1' (one of: $(find "$root/fuzz/corpus" -mindepth 1 -maxdepth 1 -printf '%f '))" >&2
     exit 64
 fi
 

@@ -1,4 +1,5 @@
 # shellcheck shell=bash
+# shellcheck disable=SC2034,SC2154 # set for, and taken from, the scripts that source it
 # Shared by the sanitizer and fuzz scripts: compiler flags, the runtime
 # options that make every report fatal, and ccache where it is installed.
 # Sourced after setup-common.sh, not run.

@@ -14,6 +14,7 @@ packages=(
     python3-pyftpdlib         # a real FTP server on loopback for the FTP console's tests
     libxcb1-dev               # the command asks the X server before Qt would abort
     locales                   # a Latin-1 locale for the command's argument decoding test
+    clang libclang-rt-14-dev  # the fuzz targets: libFuzzer comes with clang's runtime
 )
 
 say() { printf '\n== %s\n' "$*"; }

@@ -97,15 +97,8 @@ Outcome readRequest(const QString& path, QJsonObject& request)
     QByteArray bytes;
     if (Outcome tooLarge = ReadBounded(file, QStringLiteral("request file '%1'").arg(path), bytes))
         return tooLarge;
-    QJsonParseError error;
-    const QJsonDocument document = QJsonDocument::fromJson(bytes, &error);
-    if (error.error != QJsonParseError::NoError)
-        return {ExitData, QStringLiteral("request: not valid JSON: %1 at offset %2")
-                              .arg(error.errorString())
-                              .arg(error.offset)};
-    if (!document.isObject())
-        return {ExitData, QStringLiteral("request: the top level must be a JSON object")};
-    request = document.object();
+    if (QString error = ParseRequest(bytes, request); !error.isEmpty())
+        return {ExitData, error};
     return {};
 }
 
@@ -297,6 +290,20 @@ void quietOffscreenNotices(QtMsgType type, const QMessageLogContext& where, cons
 }
 
 } // namespace
+
+QString ParseRequest(const QByteArray& bytes, QJsonObject& request)
+{
+    QJsonParseError error;
+    const QJsonDocument document = QJsonDocument::fromJson(bytes, &error);
+    if (error.error != QJsonParseError::NoError)
+        return QStringLiteral("request: not valid JSON: %1 at offset %2")
+            .arg(error.errorString())
+            .arg(error.offset);
+    if (!document.isObject())
+        return QStringLiteral("request: the top level must be a JSON object");
+    request = document.object();
+    return {};
+}
 
 QJsonObject Answer(const QString& dialog, const DialogContext& context)
 {

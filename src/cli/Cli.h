@@ -24,6 +24,11 @@ int Main(int argc, char** argv);
 /// without one, a window nobody sees needs scripted keys to end.
 QString DisplayProblem(bool screenshot, bool scripted);
 
+/// The request object that a --request file's bytes hold; an empty string,
+/// or what is wrong with them. Apart from the file read so that it can be
+/// tried on any bytes.
+QString ParseRequest(const QByteArray& bytes, QJsonObject& request);
+
 /// The answer of a dialog: Result and the result members that form writes.
 QJsonObject Answer(const QString& dialog, const DialogContext& context);
 

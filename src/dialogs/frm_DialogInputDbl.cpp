@@ -99,8 +99,9 @@ void frm_DialogInputDbl::Form_Load()
     if (ctx.Texts.DefaultText.empty())
         Resume([&] { but_DefText->SetVisible(false); });
     const auto [promptA, promptB] = unpack(ctx.Texts.Description);
-    Resume([&] { lab_DescriptionA->SetCaption(ShownPrompt(promptA)); });
-    Resume([&] { lab_DescriptionB->SetCaption(ShownPrompt(promptB)); });
+    // Named captures: clang 14 (the fuzz build) cannot capture structured bindings.
+    Resume([&, &p = promptA] { lab_DescriptionA->SetCaption(ShownPrompt(p)); });
+    Resume([&, &p = promptB] { lab_DescriptionB->SetCaption(ShownPrompt(p)); });
     showDefaults();
     selectAll(*txt_InputA);
     arrange();
@@ -111,8 +112,8 @@ void frm_DialogInputDbl::Form_Load()
 void frm_DialogInputDbl::showDefaults()
 {
     const auto [first, second] = unpack(context().Texts.DefaultText);
-    Resume([&] { txt_InputA->SetText(qs(first)); });
-    Resume([&] { txt_InputB->SetText(qs(second)); });
+    Resume([&, &text = first] { txt_InputA->SetText(qs(text)); });
+    Resume([&, &text = second] { txt_InputB->SetText(qs(text)); });
 }
 
 // Both rows take the prompt's column; the second row's panel follows the

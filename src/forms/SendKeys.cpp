@@ -10,6 +10,9 @@ namespace fw {
 
 namespace {
 
+/// More strokes than anyone types on purpose: the bound of one string.
+constexpr int kMaxStrokes = 100000;
+
 // One key of the German layout: the characters it types plain, with Shift
 // and with AltGr (Ctrl+Alt). The dead keys (^ and the accents) type their
 // character at once, as they do when a space follows.
@@ -189,7 +192,9 @@ class Parser {
         if (space > 0) {
             bool ok = false;
             count = inside.mid(space + 1).toInt(&ok);
-            if (!ok || count < 0)
+            // A repeat count is any number the caller writes; without a bound
+            // "{a 999999999}" fills memory stroke by stroke.
+            if (!ok || count < 0 || count > kMaxStrokes - static_cast<int>(out.size()))
                 return false;
             inside = inside.left(space);
         }

@@ -22,8 +22,9 @@ struct KeyStroke {
     bool operator==(const KeyStroke&) const = default;
 };
 
-/// The strokes of a keystroke string; nothing if the string is malformed or
-/// names a character the layout cannot type.
+/// The strokes of a keystroke string; nothing if the string is malformed,
+/// names a character the layout cannot type, or repeats keys to more than
+/// 100,000 strokes.
 std::optional<std::vector<KeyStroke>> ParseSendKeys(const QString& keys);
 
 /// Posts the strokes of keys to target (the application's focus widget when

@@ -1,7 +1,7 @@
 // Asks the installed library for the message dialog, fills its host record,
 // shows it and closes it again: headers, library and Qt all have to be found.
-#include <core/HasContext.h>
-#include <core/cls_Formwerk.h>
+#include <formwerk/core/HasContext.h>
+#include <formwerk/core/cls_Formwerk.h>
 
 #include <QApplication>
 #include <QElapsedTimer>

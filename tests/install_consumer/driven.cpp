@@ -1,8 +1,8 @@
 // A host's test that answers the installed message dialog as a user would.
-#include <core/HasContext.h>
-#include <core/cls_Formwerk.h>
-#include <forms/testing/ModalDriver.h>
-#include <forms/testing/UserInput.h>
+#include <formwerk/core/HasContext.h>
+#include <formwerk/core/cls_Formwerk.h>
+#include <formwerk/forms/testing/ModalDriver.h>
+#include <formwerk/forms/testing/UserInput.h>
 
 #include <QApplication>
 #include <cstdio>

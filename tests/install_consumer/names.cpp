@@ -1,5 +1,6 @@
-// Built with nothing but the flags pkg-config gives.
-#include <core/cls_Formwerk.h>
+// Built with nothing but the flags pkg-config gives: the umbrella header and
+// the headers it pulls in must resolve with only include/ on the path.
+#include <formwerk/Formwerk.h>
 
 int main()
 {

@@ -1,7 +1,7 @@
 # shellcheck shell=bash
 # shellcheck disable=SC2034 # set for, and taken from, the scripts that source it
 # Shared by the sanitizer and fuzz scripts: compiler flags, the runtime
-# options that make every report fatal, and ccache where it is installed.
+# options that make every report fatal.
 # Sourced after setup-common.sh, not run.
 
 sanitizer_flags="-O1 -g -fsanitize=address,undefined -fno-omit-frame-pointer -fno-sanitize-recover=undefined"
@@ -9,8 +9,3 @@ sanitizer_flags="-O1 -g -fsanitize=address,undefined -fno-omit-frame-pointer -fn
 # Qt's process-long caches included, so any report is a new leak.
 export ASAN_OPTIONS=detect_stack_use_after_return=0:strict_string_checks=1:check_initialization_order=1
 export UBSAN_OPTIONS=halt_on_error=1:print_stacktrace=1
-
-launcher=()
-if command -v ccache >/dev/null; then
-    launcher=(-DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
-fi

@@ -54,9 +54,15 @@ latin1_locale() {
     as_root localedef -i de_DE -f ISO-8859-1 de_DE.ISO-8859-1
 }
 
+# ccache, where a developer installed it, makes rebuilds of the three trees cheap.
+launcher=()
+if command -v ccache >/dev/null; then
+    launcher=(-DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
+fi
+
 configure() {
     say "Configuring $build (Release)"
-    cmake -S "$root" -B "$build" -DCMAKE_BUILD_TYPE=Release >/dev/null
+    cmake -S "$root" -B "$build" -DCMAKE_BUILD_TYPE=Release "${launcher[@]}" >/dev/null
 }
 
 build_jobs() { nproc 2>/dev/null || echo 2; }

@@ -268,32 +268,15 @@ void DesktopDrives::assignLetters(const std::vector<VolumeRecord>& volumes)
         m_drives.push_back({letter, ClassifyVolume(volume), volume});
         remember(m_drives.back());
     };
-    // Identity and mount point first, then identity alone (remounted elsewhere).
-    for (const bool byMountToo : {true, false}) {
-        std::vector<const VolumeRecord*> rest;
-        for (const VolumeRecord* volume : waiting) {
-            char found = 0;
-            for (char letter = 'D'; letter <= 'Z' && !found; ++letter) {
-                const Remembered& known = m_remembered[std::size_t(letter - 'A')];
-                if (!taken[std::size_t(letter - 'A')] && known.identity == volume->identity &&
-                    (!byMountToo || known.mountPoint == volume->mountPoint))
-                    found = letter;
-            }
-            if (found)
-                give(found, *volume);
-            else
-                rest.push_back(volume);
-        }
-        waiting = std::move(rest);
-    }
-    // New volumes: letters no volume ever had, then any free one.
-    for (const bool neverUsed : {true, false}) {
+    // One pass gives each waiting volume the first free letter that `fits`;
+    // the volumes left over wait for the next pass.
+    const auto pass = [&](const auto& fits) {
         std::vector<const VolumeRecord*> rest;
         for (const VolumeRecord* volume : waiting) {
             char found = 0;
             for (char letter = 'D'; letter <= 'Z' && !found; ++letter) {
                 const std::size_t at = std::size_t(letter - 'A');
-                if (!taken[at] && (!neverUsed || m_remembered[at].identity.empty()))
+                if (!taken[at] && fits(m_remembered[at], *volume))
                     found = letter;
             }
             if (found)
@@ -302,7 +285,17 @@ void DesktopDrives::assignLetters(const std::vector<VolumeRecord>& volumes)
                 rest.push_back(volume);
         }
         waiting = std::move(rest);
-    }
+    };
+    // Identity and mount point first, then identity alone (remounted elsewhere).
+    pass([](const Remembered& known, const VolumeRecord& volume) {
+        return known.identity == volume.identity && known.mountPoint == volume.mountPoint;
+    });
+    pass([](const Remembered& known, const VolumeRecord& volume) {
+        return known.identity == volume.identity;
+    });
+    // New volumes: letters no volume ever had, then any free one.
+    pass([](const Remembered& known, const VolumeRecord&) { return known.identity.empty(); });
+    pass([](const Remembered&, const VolumeRecord&) { return true; });
     std::sort(m_drives.begin(), m_drives.end(),
               [](const Drive& a, const Drive& b) { return a.letter < b.letter; });
 }

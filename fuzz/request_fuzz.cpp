@@ -21,11 +21,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     QJsonObject request;
     if (!fw::cli::ParseRequest(bytes, request).isEmpty())
         return 0;
-    fw::DialogContext context;
-    QVariantMap publics;
-    if (!fw::cli::ApplyRequest(request, context, publics).isEmpty())
-        return 0;
-    for (const std::string& name : fw::cls_Formwerk::Names())
-        fw::cli::Answer(QString::fromStdString(name), context);
+    // As the two-field input reads it (pairs allowed) and as every other dialog does.
+    for (const bool takesPairs : {true, false}) {
+        fw::DialogContext context;
+        QVariantMap publics;
+        if (!fw::cli::ApplyRequest(request, context, publics, takesPairs).isEmpty())
+            continue;
+        for (const std::string& name : fw::cls_Formwerk::Names())
+            fw::cli::Answer(QString::fromStdString(name), context);
+    }
     return 0;
 }

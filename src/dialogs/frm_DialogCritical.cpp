@@ -74,7 +74,7 @@ void frm_DialogCritical::buildControls()
     ctl_Title1->SetIconPath(QStringLiteral("Ico\\32\\Computer\\Signs\\Critical.ico"));
     ctl_Title1->CloseRequest = [this](const QString&) { Unload(); };
 
-    const int width = kClientWidth - 2 * kMargin;
+    constexpr int width = kClientWidth - 2 * kMargin;
     int top = ctl_Title1->Height() / Screen::TwipsPerPixel + kGap;
     ctl_Frame2 = Add<ctl_Frame>(QStringLiteral("ctl_Frame2"));
     ctl_Frame2->SetCaption(QStringLiteral("Bitte lesen Sie den Text genau durch:"));
@@ -105,7 +105,7 @@ void frm_DialogCritical::buildControls()
         [this](ctl_Option& option) { option.Click = [this, &option] { choose(option.Index()); }; });
     lab_Choice = ControlArray<Label>(
         QStringLiteral("lab_Choice"),
-        [this, width](int index) {
+        [this](int index) {
             auto* label = Add<Label>(QStringLiteral("lab_Choice"), ctl_Frame1->container());
             label->SetWordWrap(true);
             label->SetFont(theme::UiFont(1, true));
@@ -123,7 +123,7 @@ void frm_DialogCritical::buildControls()
         lab_Choice.Load(i);
     }
 
-    lin_Line = ControlArray<ctl_Seperator>(QStringLiteral("lin_Line"), [this, width, top](int) {
+    lin_Line = ControlArray<ctl_Seperator>(QStringLiteral("lin_Line"), [this, top](int) {
         auto* line = Add<ctl_Seperator>(QStringLiteral("lin_Line"));
         line->Move(px(kMargin), px(top), px(width), px(1));
         return line;

@@ -76,21 +76,32 @@ class ListForm : public fw::Form {
     fw::ListView* lst;
 };
 
+// A list form filled with rows, shown and painted once; unloaded when it goes.
+struct ShownList {
+    ShownList(int rows, int view) : form(std::make_unique<ListForm>(view))
+    {
+        form->lst->viewport()->installEventFilter(&counter);
+        form->fill(rows);
+        form->Show();
+        form->waitForPaint(counter);
+    }
+    ~ShownList()
+    {
+        form->lst->viewport()->removeEventFilter(&counter);
+        form->Unload();
+    }
+    PaintCounter counter;
+    std::unique_ptr<ListForm> form;
+};
+
 // From the first row added to the first paint of the shown, filled list.
 void FillToFirstPaint(benchmark::State& state)
 {
     const int rows = int(state.range(0));
     for (auto _ : state) {
-        auto form = std::make_unique<ListForm>(int(state.range(1)));
-        PaintCounter counter;
-        form->lst->viewport()->installEventFilter(&counter);
-        form->fill(rows);
-        form->Show();
-        form->waitForPaint(counter);
+        auto shown = std::make_unique<ShownList>(rows, int(state.range(1)));
         state.PauseTiming();
-        form->lst->viewport()->removeEventFilter(&counter);
-        form->Unload();
-        form.reset();
+        shown.reset();
         state.ResumeTiming();
     }
     state.counters["rows"] = rows;
@@ -110,26 +121,19 @@ void RemoveEverySecondRowToPaint(benchmark::State& state)
     const bool oneByOne = state.range(1) != 0;
     for (auto _ : state) {
         state.PauseTiming();
-        auto form = std::make_unique<ListForm>(fw::lvwReport);
-        PaintCounter counter;
-        form->lst->viewport()->installEventFilter(&counter);
-        form->fill(rows);
-        form->Show();
-        form->waitForPaint(counter);
+        auto shown = std::make_unique<ShownList>(rows, fw::lvwReport);
         state.ResumeTiming();
-        fw::ListItems& items = form->lst->ListItems();
+        fw::ListItems& items = shown->form->lst->ListItems();
         if (oneByOne) {
             for (int index = 2; index <= items.Count(); ++index)
                 items.Remove(index);
         } else {
             items.RemoveIf([](const fw::ListItem& item) { return item.Index() % 2 == 0; });
         }
-        form->lst->viewport()->update();
-        form->waitForPaint(counter);
+        shown->form->lst->viewport()->update();
+        shown->form->waitForPaint(shown->counter);
         state.PauseTiming();
-        form->lst->viewport()->removeEventFilter(&counter);
-        form->Unload();
-        form.reset();
+        shown.reset();
         state.ResumeTiming();
     }
     state.counters["rows"] = rows;

@@ -40,6 +40,11 @@ std::string DesktopApp::SharedFolder()
     return asFolder(dataFolder("shared"));
 }
 
+std::string DesktopApp::RegistryKey()
+{
+    return "Software\\Valdrenix\\Formwerk\\";
+}
+
 std::string DesktopSystemFolders::DesktopFolder()
 {
     return asFolder(QStandardPaths::writableLocation(QStandardPaths::DesktopLocation));

@@ -17,6 +17,8 @@ class DesktopApp final : public CoreDevApp, ApplicationFolders {
     std::string UserFolder() override;
     std::string SamplesFolder() override;
     std::string SharedFolder() override;
+    /// "Software\\Valdrenix\\Formwerk\\": the library's own programs are the application.
+    std::string RegistryKey() override;
 };
 
 /// Desktop and documents from the XDG user folders, ending in "/".

@@ -7,6 +7,7 @@
 #include <QSaveFile>
 #include <cctype>
 #include <cerrno>
+#include <cstring>
 #include <sys/stat.h>
 
 namespace fw::desktop {
@@ -176,6 +177,22 @@ int DesktopFiles::DriveType(const std::string& drive)
 StringList DesktopFiles::DrivesOfType(int type)
 {
     return m_drives.DrivesOfType(type);
+}
+
+std::string DesktopFiles::VolumeLabel(const std::string& drive)
+{
+    return m_drives.Label(drive);
+}
+
+std::string DesktopFiles::FolderError(const std::string& folder)
+{
+    const auto target = SystemPath(folder);
+    if (!target)
+        return std::strerror(ENOENT);
+    int error = 0;
+    if (m_scans.Scan(*target, error))
+        return {};
+    return std::strerror(error);
 }
 
 std::shared_ptr<NetworkService> DesktopFiles::Network()

@@ -50,6 +50,8 @@ class DesktopFiles final : public CoreDevFiles {
     bool synchronise(const std::string& source, const std::string& target) override;
     int DriveType(const std::string& drive) override;
     StringList DrivesOfType(int type) override;
+    std::string VolumeLabel(const std::string& drive) override;
+    std::string FolderError(const std::string& folder) override;
     std::shared_ptr<NetworkService> Network() override;
 
     /// Labels and network sources of the lettered volumes.

@@ -27,9 +27,11 @@ void DesktopMessages::ShowHelp(const std::string& text, const std::string& title
 }
 
 std::int32_t DesktopMessages::AskQuestion(const std::string& text, const std::string& title,
-                                          std::int32_t style)
+                                          std::int32_t style, const std::string& icon,
+                                          const std::string&)
 {
-    return ShowMessageBox(text, title, style, "Ico\\20\\Computer\\Signs\\Question.ico");
+    return ShowMessageBox(text, title, style,
+                          icon.empty() ? "Ico\\20\\Computer\\Signs\\Question.ico" : icon);
 }
 
 namespace {

@@ -24,8 +24,8 @@ class DesktopMessages final : public CoreDevMessages {
                         const std::string& defaultText) override;
     void ShowInfo(const std::string& text, const std::string& title) override;
     void ShowHelp(const std::string& text, const std::string& title) override;
-    std::int32_t AskQuestion(const std::string& text, const std::string& title,
-                             std::int32_t style) override;
+    std::int32_t AskQuestion(const std::string& text, const std::string& title, std::int32_t style,
+                             const std::string& icon, const std::string& messageKey) override;
     void RegisterForm(Form& form, const std::string& text) override;
     void UnregisterForm(Form& form, const std::string& text) override;
     std::string ChooseIcon(const std::string& current, const std::string& title, int size) override;

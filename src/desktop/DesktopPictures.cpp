@@ -261,4 +261,14 @@ StringList DesktopPictures::ListResources(const std::string& path, bool wantFold
     return result;
 }
 
+int DesktopPictures::IconCount(const std::string&)
+{
+    return 0;
+}
+
+PicturePtr DesktopPictures::ExtractIcon(const std::string&, int, int, std::uint32_t)
+{
+    return nullptr;
+}
+
 } // namespace fw::desktop

@@ -38,6 +38,10 @@ class DesktopPictures final : public CoreDevPictures {
     /// The store's subfolders (wantFolders) or files below a resource path,
     /// as full resource paths with backslashes, sorted case-insensitively.
     /// Empty without a store or for a path that is no folder of it.
+    /// Linux programs carry no icons of their own: always 0.
+    int IconCount(const std::string& file) override;
+    PicturePtr ExtractIcon(const std::string& file, int index, int size,
+                           std::uint32_t maskColour) override;
     StringList ListResources(const std::string& path, bool wantFolders, bool flag1,
                              bool flag2) override;
 

@@ -109,4 +109,9 @@ bool DesktopSettings::GetBool(const std::string& name)
     return truthOf(value->toString()).value_or(false);
 }
 
+std::shared_ptr<FavoriteList> DesktopRegistry::NewFavoriteList()
+{
+    return nullptr;
+}
+
 } // namespace fw::desktop

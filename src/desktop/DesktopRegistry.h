@@ -18,6 +18,7 @@ class DesktopRegistry final : public CoreDevRegistry, RegistryStrings, RegistryW
 
     RegistryStrings& Strings() override { return *this; }
     RegistryWriter& Writer() override { return *this; }
+    std::shared_ptr<FavoriteList> NewFavoriteList() override;
 
     /// A number reads as its decimal text; limit > 0 caps the length in characters.
     std::string ReadString(std::uint32_t hive, const std::string& key,

@@ -1,5 +1,11 @@
 #include "desktop/DesktopText.h"
 
+#include "desktop/FolderListing.h"
+#include "desktop/LocationPaths.h"
+
+#include <QDir>
+#include <QFile>
+
 #include <algorithm>
 #include <cctype>
 #include <charconv>
@@ -68,6 +74,12 @@ std::string DesktopText::TextAfter(const std::string& text, const std::string& s
 {
     const std::size_t at = findSep(text, sep, flag, false);
     return at == std::string::npos ? std::string() : text.substr(at + sep.size());
+}
+
+bool DesktopText::Like(const std::string& text, const std::string& pattern)
+{
+    // One pattern only: a ";" in a search text is a character to find.
+    return MatchesWildcard(text, pattern);
 }
 
 // A length prefix instead of a separator: no text can be mistaken for one.
@@ -170,6 +182,13 @@ std::string DesktopText::Combine(const std::string& folder, const std::string& n
     while (skip < name.size() && isSep(name[skip]))
         ++skip;
     return AddBackslash(folder) + name.substr(skip);
+}
+
+std::string DesktopText::TypedPath(const std::string& typed)
+{
+    const QByteArray home = QFile::encodeName(QDir::homePath());
+    return TypedPathToLocation(typed, std::string_view(home.constData(), home.size()))
+        .value_or(typed);
 }
 
 } // namespace fw::desktop

@@ -37,6 +37,7 @@ class DesktopText final : public CoreDevText, WordHelper, PairHelper, PathHelper
     std::string TextBefore(const std::string& text, const std::string& sep, bool flag) override;
     std::string TextBeforeLast(const std::string& text, const std::string& sep, bool flag) override;
     std::string TextAfter(const std::string& text, const std::string& sep, bool flag) override;
+    bool Like(const std::string& text, const std::string& pattern) override;
 
     std::string Pack(const std::string& first, const std::string& second) override;
     bool Unpack(const std::string& packed, std::string& first, std::string& second) override;
@@ -50,6 +51,8 @@ class DesktopText final : public CoreDevText, WordHelper, PairHelper, PathHelper
     std::string FileName(const std::string& path) override;
     std::string Combine(const std::string& folder, const std::string& name) override;
     std::string ParentPath(const std::string& path) override;
+    /// A typed Linux path ("/etc/hosts", "~/x.txt") as a "C:\\" location.
+    std::string TypedPath(const std::string& typed) override;
 };
 
 } // namespace fw::desktop

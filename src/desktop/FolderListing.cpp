@@ -44,7 +44,7 @@ bool nameLess(const std::string& a, const std::string& b)
 }
 
 // Classic wildcard match with one backtrack point: linear in practice.
-bool wildcardMatch(QStringView pattern, QStringView name)
+bool wildcardMatchFolded(QStringView pattern, QStringView name)
 {
     qsizetype p = 0, n = 0, star = -1, resume = 0;
     while (n < name.size()) {
@@ -107,8 +107,15 @@ bool NamePattern::Matches(std::string_view name) const
     if (m_all)
         return true;
     const QString folded = QString::fromUtf8(name).toCaseFolded();
-    return std::any_of(m_patterns.begin(), m_patterns.end(),
-                       [&](const QString& pattern) { return wildcardMatch(pattern, folded); });
+    return std::any_of(m_patterns.begin(), m_patterns.end(), [&](const QString& pattern) {
+        return wildcardMatchFolded(pattern, folded);
+    });
+}
+
+bool MatchesWildcard(std::string_view text, std::string_view pattern)
+{
+    return wildcardMatchFolded(QString::fromUtf8(pattern).toCaseFolded(),
+                               QString::fromUtf8(text).toCaseFolded());
 }
 
 const std::vector<ScannedEntry>* FolderScanCache::Scan(const std::string& folder, int& error)

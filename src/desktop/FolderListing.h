@@ -27,6 +27,10 @@ bool ScanFolder(const std::string& folder, std::vector<ScannedEntry>& entries, i
 /// File name patterns: "*" and "?" wildcards, case ignored, several patterns
 /// separated by ";". "*.*" takes names without a dot too; an empty text takes
 /// all.
+/// One wildcard pattern ("*" any run, "?" one character) against a whole
+/// text, without case; ";" is an ordinary character here.
+bool MatchesWildcard(std::string_view text, std::string_view pattern);
+
 class NamePattern {
   public:
     explicit NamePattern(std::string_view patterns);

@@ -22,13 +22,13 @@ inline constexpr std::uint32_t HiveClassesRoot = 0x80000000u;
 inline constexpr std::uint32_t HiveCurrentUser = 0x80000001u;
 
 class CoreDevSettings {
-public:
+  public:
     virtual ~CoreDevSettings() = default;
     virtual bool GetBool(const std::string& name) = 0;
 };
 
 class ApplicationFolders {
-public:
+  public:
     virtual ~ApplicationFolders() = default;
     virtual std::string UserFolder() = 0;
     virtual std::string SamplesFolder() = 0;
@@ -36,13 +36,16 @@ public:
 };
 
 class CoreDevApp {
-public:
+  public:
     virtual ~CoreDevApp() = default;
     virtual ApplicationFolders& Folders() = 0;
+    /// The running application's own registry key, ending in "\\" (as
+    /// "Software\\Valdrenix\\Formwerk\\"); empty when it has none.
+    virtual std::string RegistryKey() = 0;
 };
 
 class CoreDevClock {
-public:
+  public:
     virtual ~CoreDevClock() = default;
     virtual std::string logStamp() = 0;
 };
@@ -56,7 +59,7 @@ struct MenuEntry {
 };
 
 class PopupMenu {
-public:
+  public:
     virtual ~PopupMenu() = default;
     virtual void AddItem(const std::string& icon, const std::string& caption,
                          const std::string& key) = 0;
@@ -67,30 +70,32 @@ public:
 };
 
 class CoreDevMenus {
-public:
+  public:
     virtual ~CoreDevMenus() = default;
     virtual std::shared_ptr<PopupMenu> NewPopupMenu() = 0;
 };
 
 class WordHelper {
-public:
+  public:
     virtual ~WordHelper() = default;
     virtual std::string TextBefore(const std::string& text, const std::string& sep, bool flag) = 0;
     virtual std::string TextBeforeLast(const std::string& text, const std::string& sep,
                                        bool flag) = 0;
     virtual std::string TextAfter(const std::string& text, const std::string& sep, bool flag) = 0;
+    /// Wildcard match without case: "*" any run of characters, "?" one.
+    virtual bool Like(const std::string& text, const std::string& pattern) = 0;
 };
 
 /// Packs two strings into one and back; Unpack(Pack(a, b)) gives a and b for any text.
 class PairHelper {
-public:
+  public:
     virtual ~PairHelper() = default;
     virtual std::string Pack(const std::string& first, const std::string& second) = 0;
     virtual bool Unpack(const std::string& packed, std::string& first, std::string& second) = 0;
 };
 
 class PathHelper {
-public:
+  public:
     virtual ~PathHelper() = default;
     virtual std::string AddBackslash(const std::string& path) = 0;
     virtual std::string DrivePart(const std::string& path) = 0;
@@ -101,10 +106,14 @@ public:
     virtual std::string FileName(const std::string& path) = 0;
     virtual std::string Combine(const std::string& folder, const std::string& name) = 0;
     virtual std::string ParentPath(const std::string& path) = 0;
+    /// What a user typed into a name box, as a location: a host whose own
+    /// paths look different (a Linux "/etc/hosts", "~/x.txt") turns them into
+    /// location strings; anything else comes back unchanged.
+    virtual std::string TypedPath(const std::string& typed) = 0;
 };
 
 class CoreDevText {
-public:
+  public:
     virtual ~CoreDevText() = default;
     virtual WordHelper& Words() = 0;
     virtual PairHelper& Pairs() = 0;
@@ -112,20 +121,20 @@ public:
 };
 
 class ListViewHelper {
-public:
+  public:
     virtual ~ListViewHelper() = default;
     /// Column widths as percent strings such as "40,60".
     virtual void SetColumnWidths(Control& listView, const std::string& percents) = 0;
 };
 
 class TextBoxHelper {
-public:
+  public:
     virtual ~TextBoxHelper() = default;
     virtual void SelectAll(Control& textBox) = 0;
 };
 
 class CoreDevControls {
-public:
+  public:
     virtual ~CoreDevControls() = default;
     virtual ListViewHelper& ListViews() = 0;
     virtual TextBoxHelper& TextBoxes() = 0;
@@ -133,7 +142,7 @@ public:
 
 /// Window effects and screen edges, in pixels.
 class WindowHelper {
-public:
+  public:
     virtual ~WindowHelper() = default;
     /// mode 2 fades the whole window to level (0-255), mode 1 makes colour transparent.
     virtual void setWindowColorKey(Form& form, int level, int mode, std::uint32_t colour) = 0;
@@ -144,14 +153,14 @@ public:
 };
 
 class SystemFolders {
-public:
+  public:
     virtual ~SystemFolders() = default;
     virtual std::string DesktopFolder() = 0;
     virtual std::string DocumentsFolder() = 0;
 };
 
 class CoreDevSystem {
-public:
+  public:
     virtual ~CoreDevSystem() = default;
     virtual WindowHelper& Windows() = 0;
     virtual SystemFolders& Folders() = 0;
@@ -159,14 +168,14 @@ public:
 };
 
 class CoreDevLanguage {
-public:
+  public:
     virtual ~CoreDevLanguage() = default;
     /// 7 is German; every other id means English.
     virtual std::int32_t GetLanguage() = 0;
 };
 
 class CoreDevMessages {
-public:
+  public:
     virtual ~CoreDevMessages() = default;
     virtual void ShowError(const std::string& text, const std::string& title) = 0;
     /// Returns the chosen path, empty on cancel.
@@ -179,9 +188,12 @@ public:
                                 const std::string& defaultText) = 0;
     virtual void ShowInfo(const std::string& text, const std::string& title) = 0;
     virtual void ShowHelp(const std::string& text, const std::string& title) = 0;
-    /// style is a message style number (0-5); returns a result code.
+    /// style is a message style number (0-5); icon a resource path (empty
+    /// for the question sign); messageKey names the question for hosts that
+    /// let a user answer it once for all (may be empty). Returns a result code.
     virtual std::int32_t AskQuestion(const std::string& text, const std::string& title,
-                                     std::int32_t style) = 0;
+                                     std::int32_t style, const std::string& icon,
+                                     const std::string& messageKey) = 0;
     virtual void RegisterForm(Form& form, const std::string& text) = 0;
     virtual void UnregisterForm(Form& form, const std::string& text) = 0;
     /// Returns the chosen icon path, empty on cancel.
@@ -190,7 +202,7 @@ public:
 };
 
 class RegistryStrings {
-public:
+  public:
     virtual ~RegistryStrings() = default;
     /// key is "path\value"; limit caps the length of the text read.
     virtual std::string ReadString(std::uint32_t hive, const std::string& key,
@@ -200,7 +212,7 @@ public:
 };
 
 class RegistryWriter {
-public:
+  public:
     virtual ~RegistryWriter() = default;
     virtual bool WriteNumber(std::uint32_t hive, const std::string& key, std::int32_t value) = 0;
     virtual bool WriteString(std::uint32_t hive, const std::string& key,
@@ -208,14 +220,16 @@ public:
 };
 
 class CoreDevRegistry {
-public:
+  public:
     virtual ~CoreDevRegistry() = default;
     virtual RegistryStrings& Strings() = 0;
     virtual RegistryWriter& Writer() = 0;
+    /// A new, empty favourites list; Load fills it from a key.
+    virtual std::shared_ptr<FavoriteList> NewFavoriteList() = 0;
 };
 
 class CoreDevPictures {
-public:
+  public:
     virtual ~CoreDevPictures() = default;
     /// A resource path such as "Ico\20\Computer\Signs\OK.ico", optionally with
     /// "#" and an overlay path. Never null: a bad path gives a fallback picture.
@@ -224,6 +238,13 @@ public:
     /// Resource paths below path.
     virtual StringList ListResources(const std::string& path, bool wantFolders, bool flag1,
                                      bool flag2) = 0;
+    /// How many icons a program file holds (0 for none or no such file).
+    virtual int IconCount(const std::string& file) = 0;
+    /// Icon number index of file, size pixels square; file may also be an icon
+    /// name of the host's theme (as the classes root gives it). Pixels of
+    /// maskColour (0x00BBGGRR) are transparent. Null when there is none.
+    virtual PicturePtr ExtractIcon(const std::string& file, int index, int size,
+                                   std::uint32_t maskColour) = 0;
 };
 
 /// One entry of a folder listing.
@@ -235,7 +256,7 @@ struct FileEntry {
 };
 
 class CoreDevFiles {
-public:
+  public:
     virtual ~CoreDevFiles() = default;
     /// Writes text atomically; false on any failure, the old file untouched.
     virtual bool WriteTextFile(const std::string& path, const std::string& text,
@@ -252,14 +273,20 @@ public:
     virtual std::string SizeText(std::int64_t bytes) = 0;
     virtual bool IsRealFile(const std::string& path) = 0;
     virtual bool synchronise(const std::string& source, const std::string& target) = 0;
+    /// 2 removable, 3 fixed, 4 network, 5 optical, 6 RAM; 0 or 1 for none.
     virtual int DriveType(const std::string& drive) = 0;
     virtual StringList DrivesOfType(int type) = 0;
+    /// The volume label of a drive ("C:"), empty if it has none.
+    virtual std::string VolumeLabel(const std::string& drive) = 0;
+    /// Empty when folder can be listed, else the system's reason ("No such
+    /// file or directory"), as a listing reports a drive that is not ready.
+    virtual std::string FolderError(const std::string& folder) = 0;
     virtual std::shared_ptr<NetworkService> Network() = 0;
 };
 
 /// Colour helper. Colours are 0x00BBGGRR as the host gives them.
 class ColourTools {
-public:
+  public:
     virtual ~ColourTools() = default;
     virtual void splitColour(std::uint32_t colour, int& red, int& green, int& blue) = 0;
     /// The colour of a scheme index (0 the default, 6 errors, 7 questions).
@@ -271,7 +298,7 @@ public:
 };
 
 class CoreDevColors {
-public:
+  public:
     virtual ~CoreDevColors() = default;
     virtual ColourTools& Tools() = 0;
 };

@@ -26,7 +26,7 @@ struct FavoriteItem {
 
 /// A host list of favourite folders, loaded from and saved to a registry key.
 class FavoriteList {
-public:
+  public:
     virtual ~FavoriteList() = default;
     virtual int Count() const = 0;
     /// 1-based.
@@ -34,8 +34,8 @@ public:
     virtual bool Contains(const std::string& path) const = 0;
     virtual void RemoveAt(int index) = 0;
     virtual void Add(const FavoriteItem& item) = 0;
-    /// Adds a favourite for a path with the host's default name and icon.
-    virtual FavoriteItem& AddNew(const std::string& path) = 0;
+    /// Adds a favourite from a name and a path alone (no description, no icon).
+    virtual FavoriteItem& AddNew(const std::string& name, const std::string& path) = 0;
     virtual bool Load(std::uint32_t hive, const std::string& key) = 0;
     virtual bool Save(std::uint32_t hive, const std::string& key) = 0;
     /// Removes the favourite of a path.
@@ -44,15 +44,15 @@ public:
 
 /// Network enumeration and drive mapping.
 class NetworkService {
-public:
+  public:
     virtual ~NetworkService() = default;
     virtual StringList Domains() = 0;
     virtual StringList Hosts(const std::string& domain) = 0;
     virtual StringList Shares(const std::string& host) = 0;
     /// Connects remote to local; ok tells success. Returns the host's message, if any.
     virtual std::string Connect(const std::string& remote, const std::string& local,
-                                const std::string& user, const std::string& password,
-                                bool persist, bool& ok) = 0;
+                                const std::string& user, const std::string& password, bool persist,
+                                bool& ok) = 0;
     virtual bool Disconnect(const std::string& drive) = 0;
     virtual StringList MappedDrives() = 0;
     virtual std::string UncOfDrive(const std::string& drive) = 0;
@@ -68,7 +68,7 @@ struct MonitorInfo {
 
 /// The desktop's monitors, in pixels.
 class MonitorList {
-public:
+  public:
     virtual ~MonitorList() = default;
     virtual int VirtualLeft() const = 0;
     virtual int VirtualTop() const = 0;
@@ -84,7 +84,7 @@ public:
 
 /// One open resource package.
 class ResourcePackage {
-public:
+  public:
     virtual ~ResourcePackage() = default;
     virtual bool Load(const std::string& name) = 0;
     virtual bool Exists(const std::string& item) = 0;
@@ -94,7 +94,7 @@ public:
 
 /// The host's XML document object.
 class XmlObject {
-public:
+  public:
     virtual ~XmlObject() = default;
     /// Fills a tree control below the given parent node (null: from the root).
     virtual void fillTree(Control& tree, TreeNode* parent) = 0;
@@ -103,7 +103,7 @@ public:
 /// The host's FTP object behind the sync and console forms. The console
 /// reaches it by name only: SENDCOMMAND through Invoke.
 class FtpObject : public LateBound {
-public:
+  public:
     virtual ~FtpObject() = default;
     virtual bool Cancel() const = 0;
     virtual void SetCancel(bool cancel) = 0;

@@ -1,7 +1,6 @@
 #include "testing/TestHost.h"
 #include "testing/TestHostParts.h"
 
-
 #include <algorithm>
 #include <charconv>
 #include <cstdio>
@@ -49,6 +48,7 @@ class App : public fw::CoreDevApp, fw::ApplicationFolders {
     std::string UserFolder() override { return folder("UserFolder", m_host.folders.user); }
     std::string SamplesFolder() override { return folder("SamplesFolder", m_host.folders.samples); }
     std::string SharedFolder() override { return folder("SharedFolder", m_host.folders.shared); }
+    std::string RegistryKey() override { return folder("RegistryKey", m_host.appRegistryKey); }
 
   private:
     std::string folder(const char* operation, const std::string& value)
@@ -232,10 +232,10 @@ class Messages : public fw::CoreDevMessages {
     {
         m_host.record("ShowHelp", {text, title});
     }
-    std::int32_t AskQuestion(const std::string& text, const std::string& title,
-                             std::int32_t style) override
+    std::int32_t AskQuestion(const std::string& text, const std::string& title, std::int32_t style,
+                             const std::string& icon, const std::string& messageKey) override
     {
-        m_host.record("AskQuestion", {text, title, std::to_string(style)});
+        m_host.record("AskQuestion", {text, title, std::to_string(style), icon, messageKey});
         return m_host.nextNumber("AskQuestion");
     }
     void RegisterForm(Form& form, const std::string& text) override
@@ -261,6 +261,11 @@ class Registry : public fw::CoreDevRegistry, fw::RegistryStrings, fw::RegistryWr
     explicit Registry(TestHost& host) : m_host(host) {}
     RegistryStrings& Strings() override { return *this; }
     RegistryWriter& Writer() override { return *this; }
+    std::shared_ptr<FavoriteList> NewFavoriteList() override
+    {
+        m_host.record("NewFavoriteList");
+        return makeFavoriteList(m_host);
+    }
 
     std::string ReadString(std::uint32_t hive, const std::string& key,
                            const std::string& defaultValue, int limit) override

@@ -110,6 +110,13 @@ class TestHost : public fw::CoreDev {
 
     /// Drive types by drive ("C:", "/mnt/x"), for DriveType and DrivesOfType.
     std::map<std::string, int> driveTypes;
+    /// Volume labels by drive ("C:").
+    std::map<std::string, std::string> volumeLabels;
+
+    /// The application's registry key (CoreDevApp::RegistryKey).
+    std::string appRegistryKey = "Software\\Valdrenix\\TestApp\\";
+    /// Favourite lists as saved, by registry key.
+    std::map<std::string, std::vector<fw::FavoriteItem>> favourites;
 
     /// The network as the network service shows it.
     struct Network {

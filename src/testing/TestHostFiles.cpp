@@ -66,6 +66,24 @@ class Pictures : public fw::CoreDevPictures {
                                        0xFF000000u | (hash & 0xFFFFFFu)));
     }
 
+    // Answers queued under "IconCount"; 0 when none is.
+    int IconCount(const std::string& file) override
+    {
+        m_host.record("IconCount", {file});
+        return m_host.nextNumber("IconCount");
+    }
+    // A flat picture as LoadPicture draws one for the file and index; none for
+    // an empty file name.
+    PicturePtr ExtractIcon(const std::string& file, int index, int size,
+                           std::uint32_t maskColour) override
+    {
+        m_host.record("ExtractIcon", {file, std::to_string(index), std::to_string(size),
+                                      std::to_string(maskColour)});
+        if (file.empty())
+            return nullptr;
+        return LoadPicture(file + "," + std::to_string(index), 0, size, size);
+    }
+
     // The direct children of path among the host's resources: folders or files.
     StringList ListResources(const std::string& path, bool wantFolders, bool flag1,
                              bool flag2) override
@@ -175,6 +193,15 @@ bool matchesWildcard(const char* pattern, const char* name)
                                              std::tolower(static_cast<unsigned char>(*name));
     return same && matchesWildcard(pattern + 1, name + 1);
 }
+
+} // namespace
+
+bool MatchesWildcard(const std::string& pattern, const std::string& name)
+{
+    return matchesWildcard(pattern.c_str(), name.c_str());
+}
+
+namespace {
 
 bool matchesAny(const std::string& patterns, const std::string& name)
 {
@@ -326,6 +353,19 @@ class Files : public fw::CoreDevFiles {
                 drives.Add(drive);
         return drives;
     }
+    std::string VolumeLabel(const std::string& drive) override
+    {
+        m_host.record("VolumeLabel", {drive});
+        const auto it = m_host.volumeLabels.find(drive);
+        return it == m_host.volumeLabels.end() ? std::string() : it->second;
+    }
+    std::string FolderError(const std::string& folder) override
+    {
+        m_host.record("FolderError", {folder});
+        std::error_code error;
+        fs::directory_iterator probe(folder, error);
+        return error ? error.message() : std::string();
+    }
     std::shared_ptr<NetworkService> Network() override
     {
         m_host.record("Network");
@@ -347,6 +387,66 @@ std::shared_ptr<fw::CoreDevPictures> makePictureService(TestHost& host)
 std::shared_ptr<fw::CoreDevFiles> makeFileService(TestHost& host)
 {
     return std::make_shared<Files>(host);
+}
+
+namespace {
+
+// Kept in the host's favourites map by key, so that a test sees what was saved
+// and a second list loads it.
+class TestFavoriteList : public fw::FavoriteList {
+  public:
+    explicit TestFavoriteList(TestHost& host) : m_host(host) {}
+    int Count() const override { return static_cast<int>(m_items.size()); }
+    FavoriteItem& Item(int index) override
+    {
+        return m_items.at(static_cast<std::size_t>(index - 1));
+    }
+    bool Contains(const std::string& path) const override
+    {
+        return std::any_of(m_items.begin(), m_items.end(),
+                           [&](const FavoriteItem& item) { return item.Path == path; });
+    }
+    void RemoveAt(int index) override
+    {
+        if (index >= 1 && index <= Count())
+            m_items.erase(m_items.begin() + (index - 1));
+    }
+    void Add(const FavoriteItem& item) override { m_items.push_back(item); }
+    FavoriteItem& AddNew(const std::string& name, const std::string& path) override
+    {
+        m_items.push_back(FavoriteItem{name, {}, {}, path});
+        return m_items.back();
+    }
+    bool Load(std::uint32_t, const std::string& key) override
+    {
+        m_host.record("FavoriteList.Load", {key});
+        const auto it = m_host.favourites.find(key);
+        m_items = it == m_host.favourites.end() ? std::vector<FavoriteItem>() : it->second;
+        return true;
+    }
+    bool Save(std::uint32_t, const std::string& key) override
+    {
+        m_host.record("FavoriteList.Save", {key});
+        m_host.favourites[key] = m_items;
+        return true;
+    }
+    bool RemoveKey(const std::string& path) override
+    {
+        const auto before = m_items.size();
+        std::erase_if(m_items, [&](const FavoriteItem& item) { return item.Path == path; });
+        return m_items.size() != before;
+    }
+
+  private:
+    TestHost& m_host;
+    std::vector<FavoriteItem> m_items;
+};
+
+} // namespace
+
+std::shared_ptr<fw::FavoriteList> makeFavoriteList(TestHost& host)
+{
+    return std::make_shared<TestFavoriteList>(host);
 }
 
 } // namespace fw::testing

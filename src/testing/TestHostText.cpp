@@ -138,6 +138,16 @@ class Text : public fw::CoreDevText, fw::WordHelper, fw::PairHelper, fw::PathHel
         m_host.record("ParentPath", {path});
         return parentPath(path);
     }
+    std::string TypedPath(const std::string& typed) override
+    {
+        m_host.record("TypedPath", {typed});
+        return typed;
+    }
+    bool Like(const std::string& text, const std::string& pattern) override
+    {
+        m_host.record("Like", {text, pattern});
+        return MatchesWildcard(pattern, text);
+    }
 
   private:
     static std::string addSeparator(const std::string& path)

@@ -33,7 +33,7 @@ TEST(DesktopMessages, ErrorsQuestionsAndTextsAreAskedThroughTheLibrarysDialogs)
         EXPECT_EQ(dialog.bar_Header->Scheme(), 7);
         fw::testing::PressKey(form, Qt::Key_Escape);
     });
-    EXPECT_EQ(messages.AskQuestion("Wirklich?", "Löschen", 4), ResultNo);
+    EXPECT_EQ(messages.AskQuestion("Wirklich?", "Löschen", 4, "", ""), ResultNo);
 
     // Texts are asked through the input dialog; cancelling gives nothing.
     driver.OnNextModal([](Form& form) {

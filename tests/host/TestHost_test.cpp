@@ -22,13 +22,13 @@ TEST(TestHost, CallsAreLoggedReadablyAndAnswersComeFromQueues)
 
     auto& messages = fw::GetCoreDevMessages();
     messages.ShowError("Fehler", "Titel");
-    EXPECT_EQ(messages.AskQuestion("Ersetzen?", "Speichern", 4), fw::ResultYes);
-    EXPECT_EQ(messages.AskQuestion("Again?", "Speichern", 4), fw::ResultNone);
+    EXPECT_EQ(messages.AskQuestion("Ersetzen?", "Speichern", 4, "", ""), fw::ResultYes);
+    EXPECT_EQ(messages.AskQuestion("Again?", "Speichern", 4, "", ""), fw::ResultNone);
     EXPECT_EQ(messages.AskSaveFile("*.txt", "T", "Text|*.txt", 1, "txt", 0, "MRU"), "/tmp/x.txt");
     EXPECT_EQ(messages.AskSaveFile("", "", "", 0, "", 0, ""), "");
 
     EXPECT_EQ(host->callsTo("ShowError"), std::vector<std::string>{"ShowError(Fehler|Titel)"});
-    EXPECT_EQ(host->callsTo("AskQuestion").front(), "AskQuestion(Ersetzen?|Speichern|4)");
+    EXPECT_EQ(host->callsTo("AskQuestion").front(), "AskQuestion(Ersetzen?|Speichern|4||)");
     EXPECT_EQ(host->calls.size(), 5u);
     EXPECT_FALSE(host->wasCalled("ShowInfo"));
 }

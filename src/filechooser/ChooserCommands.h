@@ -1,0 +1,33 @@
+#pragma once
+// The commands both choosers share: the tools menu (open, new folder,
+// delete, network drives, removing favourites), the new-folder and delete
+// commands and adding a favourite through the favourite editor. Texts are
+// German only, as the tools menu is; the new-folder texts follow the host's
+// language.
+
+#include <string>
+
+namespace fw {
+
+class ChooserSite;
+
+class ChooserCommands {
+  public:
+    explicit ChooserCommands(ChooserSite& site) : m_site(site) {}
+
+    /// The popup of the tools button (onRow false) or of a right click on a
+    /// row (true), then the chosen row's action.
+    void ToolsMenu(bool onRow);
+    /// The action of a menu key such as "CREATEFOLDER" or
+    /// "REMOVEFAVORITE.USER.2"; unknown keys do nothing.
+    void Run(const std::string& key);
+    void CreateFolder();
+    void DeleteSelected();
+    /// The favourite button: the editor for the current folder, then the list.
+    void AddFavorite();
+
+  private:
+    ChooserSite& m_site;
+};
+
+} // namespace fw

@@ -205,7 +205,7 @@ Outcome screenshot(Form& form, const QString& path)
 }
 
 // The bytes --plain prints of one answer value: texts exactly as the file
-// system or the user gave them, a pair as two lines, numbers as JSON has them.
+// system or the user gave them, a pair as two lines, the rest as JSON has it.
 QByteArray plainBytes(const QJsonValue& value)
 {
     if (value.isString())
@@ -216,6 +216,8 @@ QByteArray plainBytes(const QJsonValue& value)
             lines << plainBytes(part);
         return lines.join('\n');
     }
+    if (value.isObject())
+        return QJsonDocument(value.toObject()).toJson(QJsonDocument::Compact);
     if (value.isBool())
         return value.toBool() ? "true" : "false";
     return QByteArray::number(value.toInteger());

@@ -314,11 +314,45 @@ TEST(DesktopPicturesOnXChild, NamedPicturesAreNotTheDrawnSquare)
         GTEST_SKIP() << "no full icon theme is installed";
     DesktopPictures pictures{QString()};
     // An unknown name draws the square with the same first letter.
-    for (const char* name : {"Question", "Critical", "Warning"}) {
-        const std::string path = std::string("Ico\\32\\Computer\\Signs\\") + name;
+    const char* const names[] = {
+        "Signs\\Question",
+        "Signs\\Critical",
+        "Signs\\Warning",
+        "Signs\\Favorite",
+        "Signs\\Load",
+        "Signs\\Save",
+        "Signs\\Attention",
+        "Signs\\Delete",
+        "Signs\\OK",
+        "Signs\\abort",
+        "Folders\\Favorite",
+        "Folders\\Desktop",
+        "Folders\\Open",
+        "Folders\\Closed",
+        "Folders\\User",
+        "Folders\\Users",
+        "Folders\\Checklist",
+        "Folders\\ok",
+        "Folders\\save",
+        "Folders\\Nethood",
+        "Hardware\\Workstation",
+        "Hardware\\Nethood",
+        "Hardware\\Drive",
+        "Hardware\\Drive CD Ready",
+        "Hardware\\Drive Disc Ready",
+        "Hardware\\Drive Net",
+        "Hardware\\Drive RAM",
+        "Hardware\\Drive Removable",
+        "Software\\Generic",
+        "Equipment\\usbstick",
+    };
+    for (const char* name : names) {
+        const std::string path = std::string("Ico\\32\\Computer\\") + name;
         EXPECT_TRUE(load(pictures, path + ".ico") != load(pictures, path + "xyz.ico"))
             << name << " is the drawn square";
     }
+    for (const std::string path : {"Ico\\16\\Writing\\Papers\\Sheet", "Cur\\Hand Up"})
+        EXPECT_TRUE(load(pictures, path + ".ico") != load(pictures, path + "xyz.ico")) << path;
 }
 
 // Qt reports "hicolor" as the theme on a bare X display, where offscreen it

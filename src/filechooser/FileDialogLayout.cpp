@@ -49,8 +49,8 @@ FileDialogPlacement PlaceFileDialog(const FileDialogSizes& s)
         width -= quarter + px;
     }
 
-    p.fileFrame = {s.stripWidth + px, bodyTop + bodyHeight - s.fileFrameHeight - py,
-                   width - 2 * px, s.fileFrameHeight};
+    p.fileFrame = {s.stripWidth + px, bodyTop + bodyHeight - s.fileFrameHeight - py, width - 2 * px,
+                   s.fileFrameHeight};
     p.nameBoxWidth = p.fileFrame.width - s.nameBoxLeft - 2 * px;
 
     const int folderTop = bodyTop + s.folderFrameTop;

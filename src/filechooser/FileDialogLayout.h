@@ -9,25 +9,25 @@ namespace fw {
 
 /// Sizes the layout starts from, all in twips.
 struct FileDialogSizes {
-    int scaleWidth = 0;  ///< the form's client area
+    int scaleWidth = 0; ///< the form's client area
     int scaleHeight = 0;
     int headerHeight = 0;  ///< the title band docked at the top
     int buttonsHeight = 0; ///< the command bar docked at the bottom
     int stripWidth = 0;    ///< the place strip along the left edge
     int pixelX = 15;       ///< twips per pixel
     int pixelY = 15;
-    bool preview = false;       ///< the host paints previews
-    bool searchVisible = true;  ///< the request did not switch the search off
-    int fileFrameHeight = 0;    ///< the name and filter frame keeps its height
-    int folderFrameTop = 0;     ///< relative to the body, below the header
+    bool preview = false;      ///< the host paints previews
+    bool searchVisible = true; ///< the request did not switch the search off
+    int fileFrameHeight = 0;   ///< the name and filter frame keeps its height
+    int folderFrameTop = 0;    ///< relative to the body, below the header
     int previewFrameTop = 0;
     int previewPictureLeft = 0; ///< the picture's inset inside its frame
     int previewPictureTop = 0;
-    int nameBoxLeft = 0; ///< where the name box and the filter combo begin in their frame
-    int buttonsWidth = 0;     ///< the row of four buttons in the folder frame
+    int nameBoxLeft = 0;  ///< where the name box and the filter combo begin in their frame
+    int buttonsWidth = 0; ///< the row of four buttons in the folder frame
     int searchLabelWidth = 0;
-    int listTop = 0;          ///< the file list's top inside the folder frame
-    int countHeight = 0;      ///< the count line under the list
+    int listTop = 0;     ///< the file list's top inside the folder frame
+    int countHeight = 0; ///< the count line under the list
 };
 
 struct Box {

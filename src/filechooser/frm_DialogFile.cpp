@@ -25,6 +25,7 @@
 #include "host/mdl_CoreDevWrapper.h"
 #include "resources/SharedImages.h"
 
+#include <QComboBox> // ImageCombo keeps a QPointer to it
 #include <QPalette>
 #include <QWidget>
 
@@ -53,6 +54,13 @@ int px(int pixels)
 std::string upperTrimmed(std::string text)
 {
     return us(qs(text).trimmed().toUpper());
+}
+
+// How the host's option records write false.
+bool isFalse(const std::string& value)
+{
+    const std::string v = upperTrimmed(value);
+    return v == "FALSE" || v == "0" || v.empty();
 }
 
 bool hHasWildcards(const std::string& text)
@@ -117,10 +125,10 @@ void frm_DialogFile::buildControls()
     exe_Commands = Add<ctl_Executor>(QStringLiteral("ctl_Executor"));
     evt_Deferred = Add<ctl_ReEvent>(QStringLiteral("ctl_ReEvent"));
 
-    m_lister = std::make_unique<FolderLister>(
-        m_places, m_favourites,
-        FolderLister::Controls{*this, *lst_Files, *lst_Folder, *lab_FileCount, lab_FileInfo,
-                               tmr_IconLoad});
+    m_lister = std::make_unique<FolderLister>(m_places, m_favourites,
+                                              FolderLister::Controls{*this, *lst_Files, *lst_Folder,
+                                                                     *lab_FileCount, lab_FileInfo,
+                                                                     tmr_IconLoad});
 }
 
 void frm_DialogFile::buildFolderFrame()
@@ -296,8 +304,7 @@ void frm_DialogFile::Form_Load()
         Resume([&] { ctx.FormSetup->Apply(*this, -1); });
     m_loading = false;
 
-    if (ctx.Options.Exists("SEARCH") && upperTrimmed(ctx.Options.Item("SEARCH")) != "TRUE" &&
-        ctx.Options.Item("SEARCH") != "1" && ctx.Options.Item("SEARCH") != "-1") {
+    if (ctx.Options.Exists("SEARCH") && isFalse(ctx.Options.Item("SEARCH"))) {
         lab_SearchFor->SetVisible(false);
         txt_SearchFor->SetVisible(false);
     }
@@ -330,7 +337,7 @@ void frm_DialogFile::Form_Load()
 
 void frm_DialogFile::applyMode()
 {
-    const Request& request = context().Request;
+    const DialogRequest& request = context().Request;
     const bool open = request.Mode == 1;
     const std::string caption =
         open ? hLangText("Datei öffnen", "Open file") : hLangText("Datei speichern", "Save file");
@@ -453,7 +460,9 @@ void frm_DialogFile::Form_Resize()
         sizes.listTop = lst_Files->Top();
         sizes.countHeight = lab_FileCount->Height();
         const FileDialogPlacement p = PlaceFileDialog(sizes);
-        const auto place = [](Control& c, const Box& b) { c.Move(b.left, b.top, b.width, b.height); };
+        const auto place = [](Control& c, const Box& b) {
+            c.Move(b.left, b.top, b.width, b.height);
+        };
         place(*cat_Folder, p.strip);
         if (preview) {
             place(*frm_Preview, p.previewFrame);
@@ -544,8 +553,8 @@ void frm_DialogFile::hViewMenu()
         auto menu = GetCoreDevMenus().NewPopupMenu();
         std::vector<MenuEntry> entries;
         for (const ViewRow& row : rows)
-            entries.push_back({hLangText(row.german, row.english) + "|" + row.key + "|-1|-1|0|",
-                               nullptr});
+            entries.push_back(
+                {hLangText(row.german, row.english) + "|" + row.key + "|-1|-1|0|", nullptr});
         menu->AddRows(entries);
         chosen = menu->Popup();
     });

@@ -172,10 +172,13 @@ bool frm_DialogFile::enterTypedFolder(const std::string& box)
         name = paths.FileName(box);
     });
     if (folder.empty() && !drive.empty())
-        folder = drive + "\\";
+        folder = paths.AddBackslash(drive);
     if (!folder.empty()) {
         Resume([&] {
-            folder = paths.Combine(m_places.CurrentPath, folder);
+            // A folder with a drive of its own stands for itself, as the
+            // platform's path combination has always treated it.
+            if (drive.empty())
+                folder = paths.Combine(m_places.CurrentPath, folder);
             if (GetCoreDevFiles().FolderExists(folder))
                 hGotoFolder(folder, false, {});
         });
@@ -211,8 +214,8 @@ void frm_DialogFile::acceptName(const std::string& name)
     const std::string place = upperTrimmed(folder);
     if (place == "DESKTOP:\\")
         Resume([&] {
-            folder = GetCoreDevText().Paths().AddBackslash(
-                GetCoreDevSystem().Folders().DesktopFolder());
+            folder =
+                GetCoreDevText().Paths().AddBackslash(GetCoreDevSystem().Folders().DesktopFolder());
         });
     else if (place == "USER:\\")
         folder = m_places.UserPath;

@@ -280,10 +280,7 @@ void frm_DialogFile::Form_Load()
 {
     DialogContext& ctx = context();
     tmr_Unload->SetEnabled(false);
-    // One table for the process: the design texts are collected on the first
-    // chooser and only applied on later ones.
-    static TranslationTable translations;
-    hTranslateForm(*this, translations);
+    hTranslateForm(*this, m_translations);
 
     Resume([&] { m_favourites.Load(); });
     Resume([&] {
@@ -344,7 +341,12 @@ void frm_DialogFile::applyMode()
     const std::string sign = open ? "Load.ico" : "Save.ico";
     SetCaption(qs(caption));
     Resume([&] {
-        SetIcon(ToImage(GetCoreDevPictures().LoadPicture("Ico\\16\\Computer\\Signs\\" + sign)));
+        // The host may give its own form icon for the default one.
+        const std::string formIcon = "Ico\\16\\Computer\\Signs\\" + sign;
+        const PicturePtr picture = request.IconFor ? request.IconFor(formIcon)
+                                                   : GetCoreDevPictures().LoadPicture(formIcon);
+        if (picture)
+            SetIcon(ToImage(picture));
     });
     bar_Header->SetIconPath(qs("Ico\\32\\Computer\\Signs\\" + sign));
     bar_Header->SetCaption(qs(request.Title.empty() ? caption : request.Title));

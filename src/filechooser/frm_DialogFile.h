@@ -4,6 +4,7 @@
 // filter pairs, the proposed file (entry 1 of ItemList) and the save options
 // into the context, shows the form modally and reads Result and entry 1.
 
+#include "core/FormTranslation.h"
 #include "core/HasContext.h"
 #include "filechooser/ChooserCommands.h"
 #include "filechooser/ChooserFavorites.h"
@@ -140,6 +141,7 @@ class frm_DialogFile : public Form, public HasContext, public ChooserSite {
     bool m_searchGuard = false;
     int m_mousePointer = 0;
     QString m_lastSearchText;
+    TranslationTable m_translations;
 };
 
 } // namespace fw

@@ -1,6 +1,7 @@
 // The file chooser driven as a user drives it, over real temporary folders:
 // what the name box, Return, the rows, the search box, the filter combo and
 // the place strip make of it, and what reaches the host.
+#include "controls/ctl_Button.h"
 #include "controls/ctl_Label.h"
 #include "controls/ctl_Steps.h"
 #include "desktop/DesktopFiles.h"

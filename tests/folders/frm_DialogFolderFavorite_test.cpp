@@ -49,7 +49,8 @@ TEST(FolderFavoriteEditor, WhatTheUserEntersComesBackOnOkOnly)
         };
     };
     const auto fillIn = [&](frm_DialogFolderFavorite& form, TestHost& host) {
-        typeInto(form, *form.txt_Text, QStringLiteral("Daten"));
+        // The form opens in the name with the proposal selected.
+        Type(form, QStringLiteral("Daten"));
         typeInto(form, *form.txt_URL, QStringLiteral("C:\\Daten\\Neu\\"));
         typeInto(form, *form.txt_Description, QStringLiteral("Alles"));
         host.queueIconChoice("Ico\\16\\Own\\Star.ico");

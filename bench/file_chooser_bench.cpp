@@ -24,6 +24,7 @@
 #include <QFileSystemModel>
 #include <QLineEdit>
 #include <QProcess>
+#include <QStackedWidget>
 #include <QTest>
 #include <QTextStream>
 #include <cstdio>
@@ -147,9 +148,12 @@ Probe probeQFileDialog(const std::string& folder, int limitMs)
     return {clock.nsecsElapsed() / 1e6, -1};
 }
 
+// The shown view of the file list (the control switches between a list and
+// a tree view with the list's view setting).
 QAbstractItemView* fileList(fw::Form& form)
 {
-    return form.window()->findChild<QAbstractItemView*>(QStringLiteral("lst_Files"));
+    auto* views = form.window()->findChild<QStackedWidget*>(QStringLiteral("lst_Files"));
+    return views ? qobject_cast<QAbstractItemView*>(views->currentWidget()) : nullptr;
 }
 
 // The time from one search keystroke to the next paint of the thinned list.

@@ -19,7 +19,8 @@ class FileChooserCli : public ::testing::Test {
     {
         QDir(dir.path()).mkpath("sub");
         QDir(dir.path()).mkpath("only");
-        for (const char* name : {"Bericht.txt", "b.log", "only/a.txt", "only/b.log", "caf\xe9.txt"})
+        for (const char* name : {"Bericht.txt", "b.log", "only/a.txt", "only/b.log", "caf\xe9.txt",
+                                 "x\\y:z.txt", "nl\nname.txt"})
             ::close(::open(bytes(name).constData(), O_CREAT | O_WRONLY, 0644));
     }
     QByteArray bytes(const char* name) const { return QFile::encodeName(dir.path()) + '/' + name; }
@@ -75,6 +76,14 @@ TEST_F(FileChooserCli, TheChosenPathComesBackAsJson)
           "open"},
          "Tab Return",
          {{"Result", 1}, {"File", path("only/b.log")}}},
+        {"the characters locations give a meaning stay in the name",
+         {"--mode", "open", "--file", path("x\\y:z.txt")},
+         "Tab Return",
+         {{"Result", 1}, {"File", path("x\\y:z.txt")}}},
+        {"a newline stays in the name",
+         {"--mode", "open", "--file", path("nl\nname.txt")},
+         "Tab Return",
+         {{"Result", 1}, {"File", path("nl\nname.txt")}}},
         {"Escape cancels without a file",
          {"--mode", "save", "--folder", path("sub"), "--no-search"},
          "Escape",

@@ -365,6 +365,12 @@ TEST_F(ListViewTest, AFileListHearsTheMouseKeysAndFocusItActsOn)
              QTest::mouseRelease(form.lst->viewport(), Qt::LeftButton, {}, at("Carla"));
          },
          {"down10:Berta", "move1:Carla", "click:Carla"}},
+        {"double click on empty space",
+         [&] {
+             const QPoint empty(5, form.lst->viewport()->height() - 5);
+             QTest::mouseDClick(form.lst->viewport(), Qt::LeftButton, {}, empty);
+         },
+         {}},
         {"backspace", [&] { PressKey(form, Qt::Key_Backspace); }, {"key8"}},
         {"arrow down", [&] { PressKey(form, Qt::Key_Down); }, {"key40", "click:Dora"}},
         {"type-ahead", [&] { Type(form, "e"); }, {"key69", "click:Emil"}},

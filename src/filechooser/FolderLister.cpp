@@ -505,11 +505,12 @@ bool Listing::RealFolder(const std::string& base)
     // folders; the host serves them from one scan.
     std::vector<FileEntry> everything;
     Resume([&] { everything = files->ListFiles(base, "*.*"); });
-    std::vector<FileEntry> matchedEntries;
-    if (filter == "*.*")
-        matchedEntries = everything;
-    else
-        Resume([&] { matchedEntries = files->ListFiles(base, filter); });
+    // With the default filter the matches are all files: no second list of
+    // a million names.
+    const bool filtered = filter != "*.*";
+    std::vector<FileEntry> matchedOnly;
+    if (filtered)
+        Resume([&] { matchedOnly = files->ListFiles(base, filter); });
     std::string reason;
     Resume([&] { reason = files->FolderError(base); });
     if (!reason.empty()) {
@@ -522,19 +523,18 @@ bool Listing::RealFolder(const std::string& base)
         });
         return false;
     }
-    std::vector<FileEntry> matched;
-    matched.reserve(matchedEntries.size());
-    for (FileEntry& entry : matchedEntries)
-        if (!entry.IsFolder)
-            matched.push_back(std::move(entry));
+    const std::vector<FileEntry>& matched = filtered ? matchedOnly : everything;
     int folders = 0;
     int allFiles = 0;
     for (const FileEntry& entry : everything)
         (entry.IsFolder ? folders : allFiles) += 1;
+    int matchedFiles = 0;
+    for (const FileEntry& entry : matched)
+        matchedFiles += entry.IsFolder ? 0 : 1;
     FolderRows(base, everything);
     if (!m_lister.FoldersOnly)
         FileRows(base, matched);
-    WriteFolderCount(m_lister.FoldersOnly ? 0 : int(matched.size()), folders,
+    WriteFolderCount(m_lister.FoldersOnly ? 0 : matchedFiles, folders,
                      m_lister.FoldersOnly ? 0 : allFiles);
     return true;
 }
@@ -553,10 +553,10 @@ void Listing::FolderRows(const std::string& base, const std::vector<FileEntry>& 
         const QString path = qbase + name + QLatin1Char('\\');
         Resume([&] {
             ListItem& row = rows.Add(path.toUpper(), name, closed, closed);
+            row.SetSubItem(4, QStringLiteral("A:") + path);
             row.SetSubItem(1, dash);
             row.SetSubItem(2, folderType);
             row.SetSubItem(3, dash);
-            row.SetSubItem(4, QStringLiteral("A:") + path);
             row.SetTag(path);
         });
     }
@@ -568,13 +568,16 @@ void Listing::FileRows(const std::string& base, const std::vector<FileEntry>& ma
     FileTypes types;
     ListItems& rows = m_c.files.ListItems();
     for (const FileEntry& entry : matched) {
+        if (entry.IsFolder)
+            continue;
         const QString name = Q(entry.Name);
         const QString path = qbase + name;
         Resume([&] {
             const FileTypes::Type type = types.Of(path, name);
             ListItem& row = rows.Add(path.toUpper(), name, type.key, type.key);
-            row.SetSubItem(2, type.text);
+            // The last column first, so that the row's columns are sized once.
             row.SetSubItem(4, QStringLiteral("B:") + path);
+            row.SetSubItem(2, type.text);
         });
     }
 }

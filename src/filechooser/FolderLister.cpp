@@ -17,6 +17,7 @@
 
 #include <QComboBox> // ImageCombo.h needs the complete type for its inline accessor
 #include <QHash>
+#include <QStringBuilder>
 
 namespace fw {
 
@@ -102,15 +103,23 @@ class FileTypes {
         QString text;
     };
 
-    Type Of(const QString& path, const QString& name)
+    Type Of(QStringView path, const QString& name)
     {
         const qsizetype dot = name.lastIndexOf(QLatin1Char('.'));
-        const QString ext = dot <= 0 ? QString() : name.mid(dot + 1).toUpper();
+        const QStringView spelt = dot <= 0 ? QStringView() : QStringView(name).mid(dot + 1);
+        // Neighbouring files mostly share their extension: no text is made
+        // for the lookup then.
+        if (m_hasLast && spelt == m_lastSpelt)
+            return m_lastType;
+        const QString ext = spelt.toString().toUpper();
         if (IsExecutable(ext))
-            return {Existing(OwnPicture(path)), m_application};
+            return {Existing(OwnPicture(path.toString())), m_application};
         auto known = m_byExtension.constFind(ext);
         if (known == m_byExtension.constEnd())
             known = m_byExtension.insert(ext, ByExtension(ext));
+        m_hasLast = true;
+        m_lastSpelt = spelt.toString();
+        m_lastType = *known;
         return *known;
     }
 
@@ -157,6 +166,9 @@ class FileTypes {
     QString m_unknown;
     QString m_application;
     QHash<QString, Type> m_byExtension;
+    bool m_hasLast = false;
+    QString m_lastSpelt;
+    Type m_lastType;
 };
 
 } // namespace
@@ -571,12 +583,15 @@ void Listing::FileRows(const std::string& base, const std::vector<FileEntry>& ma
         if (entry.IsFolder)
             continue;
         const QString name = Q(entry.Name);
-        const QString path = qbase + name;
+        // The sort key holds the path; the row's key is made from it, so
+        // that a row costs as few texts as it shows.
+        const QString sortKey = QStringLiteral("B:") % qbase % name;
+        const QStringView path = QStringView(sortKey).mid(2);
         Resume([&] {
             const FileTypes::Type type = types.Of(path, name);
-            ListItem& row = rows.Add(path.toUpper(), name, type.key, type.key);
+            ListItem& row = rows.Add(path.toString().toUpper(), name, type.key, type.key);
             // The last column first, so that the row's columns are sized once.
-            row.SetSubItem(4, QStringLiteral("B:") + path);
+            row.SetSubItem(4, sortKey);
             row.SetSubItem(2, type.text);
         });
     }

@@ -44,6 +44,44 @@ TEST(DesktopFiles, WriteTextFileReplacesTheWholeFileOrFailsHonestlyKeepingTheOld
     EXPECT_EQ(contentOf(path), QByteArray("Grüße\n"));
 }
 
+TEST(DesktopFiles, WriteTextFileWritesTheNamedEncodingOrNothing)
+{
+    QTemporaryDir dir;
+    DesktopFiles files;
+    const std::string path = pathIn(dir, "text.txt");
+    const std::string notUtf8 = "caf\xe9 \xff\xfe";
+    struct Row {
+        const char* encoding;
+        std::string text;
+        std::optional<QByteArray> bytes; ///< none: refused, the old content stays
+    };
+    const Row rows[] = {
+        {"", "Grüße",
+         QByteArray("Gr\xc3\xbc\xc3\x9f"
+                    "e")},
+        {"UTF-8", notUtf8, QByteArray::fromStdString(notUtf8)},
+        {"utf8", "a\r\nb", QByteArray("a\r\nb")},
+        {"ISO-8859-1", "Grüße",
+         QByteArray("Gr\xfc\xdf"
+                    "e")},
+        {"Latin1", "\xc3\xa9", QByteArray("\xe9")},
+        {"ISO-8859-1", "€", std::nullopt},
+        {"ISO-8859-1", notUtf8, std::nullopt},
+        {"UTF-16LE", "aä",
+         QByteArray("\xff\xfe"
+                    "a\0\xe4\0",
+                    6)},
+        {"UTF-16BE", "a", QByteArray("\xfe\xff\0a", 4)},
+        {"no-such-encoding", "x", std::nullopt},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.encoding);
+        ASSERT_TRUE(files.WriteTextFile(path, "alt", "", -1));
+        EXPECT_EQ(files.WriteTextFile(path, row.text, row.encoding, -1), row.bytes.has_value());
+        EXPECT_EQ(contentOf(path), row.bytes.value_or("alt"));
+    }
+}
+
 TEST(DesktopFiles, WriteTextFileIntoAReadOnlyFolderFails)
 {
     if (geteuid() == 0)

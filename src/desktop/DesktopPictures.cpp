@@ -1,5 +1,6 @@
 #include "desktop/DesktopPictures.h"
 #include "desktop/DesktopPicturesTheme.h"
+#include "desktop/LocationPaths.h"
 #include "forms/Pictures.h"
 
 #include <QDebug>
@@ -7,6 +8,7 @@
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QImageReader>
+#include <QMimeDatabase>
 #include <QPainter>
 #include <QPainterPath>
 #include <algorithm>
@@ -120,6 +122,38 @@ QImage drawnFallback(const QString& name, int size)
     return canvas;
 }
 
+// Icon themes hold no cursors (cursor themes are X cursor files, which Qt
+// does not read), so the hand that lists show over their rows is drawn.
+bool isPointingHand(const QStringList& parts)
+{
+    return parts.size() >= 2 && parts.first().compare(u"cur", Qt::CaseInsensitive) == 0 &&
+           QFileInfo(parts.last()).completeBaseName().compare(u"hand up", Qt::CaseInsensitive) == 0;
+}
+
+QImage drawnPointingHand(int size)
+{
+    QPainterPath hand;
+    const auto add = [&hand](qreal x, qreal y, qreal w, qreal h, qreal r) {
+        QPainterPath part;
+        part.addRoundedRect(QRectF(x, y, w, h), r, r);
+        hand = hand.united(part);
+    };
+    add(10, 1, 6, 18, 3);   // the raised finger
+    add(15, 11, 5, 9, 2.5); // three folded fingers
+    add(19, 12, 5, 9, 2.5);
+    add(23, 13, 5, 9, 2.5);
+    add(4, 15, 8, 6, 3);   // the thumb
+    add(8, 14, 20, 17, 5); // the palm
+    QImage canvas = emptyCanvas(size);
+    QPainter painter(&canvas);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.scale(size / 32.0, size / 32.0);
+    painter.setPen(QPen(Qt::black, 1.5));
+    painter.setBrush(Qt::white);
+    painter.drawPath(hand.simplified());
+    return canvas;
+}
+
 QStringList componentsOf(const QString& path)
 {
     return QString(path).replace(u'/', u'\\').split(u'\\', Qt::SkipEmptyParts);
@@ -135,6 +169,61 @@ QString matchEntry(const QDir& dir, const QString& name, QDir::Filters filters)
         if (entry.compare(name, Qt::CaseInsensitive) == 0)
             return entry;
     return {};
+}
+
+// A text that names a picture file: a Linux path or a drive location
+// ("C:\usr\share\pixmaps\x.png"). Theme icon names have no separators.
+QString pictureFileOf(const std::string& file)
+{
+    if (file.find_first_of("/\\") == std::string::npos)
+        return {};
+    const std::optional<std::string> posix = LocationToPosix(file);
+    return posix ? QFile::decodeName(posix->c_str()) : QString();
+}
+
+// An icon name and, behind it, the generic icon of the MIME type it is named
+// after ("application-vnd.foo" -> "x-office-document"), as file managers fall
+// back when a theme lacks a type's own picture.
+QStringList themeNamesOf(const std::string& name)
+{
+    const QString own = QString::fromStdString(name).trimmed();
+    QStringList names{own};
+    QString typeName = own;
+    if (const qsizetype dash = typeName.indexOf(u'-'); dash > 0) {
+        typeName[dash] = u'/';
+        const QMimeType type = QMimeDatabase().mimeTypeForName(typeName);
+        if (type.isValid())
+            names << type.genericIconName();
+    }
+    return names;
+}
+
+// Image number index of a file that may hold several (an icon file's sizes,
+// a GIF's frames); null when there is no such image.
+QImage readImageNumber(const QString& file, int index)
+{
+    QImageReader reader(file);
+    if (index > 0 && !reader.jumpToImage(index))
+        return {};
+    return reader.read();
+}
+
+// A key colour stands for transparency only in pictures without an alpha
+// channel of their own; applied to a theme picture it would punch holes into
+// its outlines.
+QImage withoutKeyColour(const QImage& image, std::uint32_t bgr)
+{
+    if (image.isNull() || image.hasAlphaChannel())
+        return image;
+    QImage result = image.convertToFormat(QImage::Format_ARGB32);
+    const QRgb key = qRgb(int(bgr & 0xFF), int((bgr >> 8) & 0xFF), int((bgr >> 16) & 0xFF));
+    for (int y = 0; y < result.height(); ++y) {
+        auto* line = reinterpret_cast<QRgb*>(result.scanLine(y));
+        for (int x = 0; x < result.width(); ++x)
+            if ((line[x] & 0xFFFFFF) == (key & 0xFFFFFF))
+                line[x] = 0;
+    }
+    return result;
 }
 
 } // namespace
@@ -210,6 +299,8 @@ QImage DesktopPictures::loadBase(const QString& path, int size, bool drawFallbac
         image = fromStore(parts, size);
     if (image.isNull() && parts.size() >= 2)
         image = fitted(ThemePicture(parts[parts.size() - 2].toLower(), name.toLower(), size), size);
+    if (image.isNull() && isPointingHand(parts))
+        image = drawnPointingHand(size);
     if (image.isNull() && drawFallback)
         image = drawnFallback(name, size);
     return image;
@@ -261,14 +352,32 @@ StringList DesktopPictures::ListResources(const std::string& path, bool wantFold
     return result;
 }
 
-int DesktopPictures::IconCount(const std::string&)
+int DesktopPictures::IconCount(const std::string& file)
 {
-    return 0;
+    const QString path = pictureFileOf(file);
+    if (path.isEmpty())
+        return ThemeIconName(themeNamesOf(file)).isEmpty() ? 0 : 1;
+    if (!QFileInfo(path).isFile())
+        return 0;
+    QImageReader reader(path);
+    return reader.canRead() ? std::max(1, reader.imageCount()) : 0;
 }
 
-PicturePtr DesktopPictures::ExtractIcon(const std::string&, int, int, std::uint32_t)
+PicturePtr DesktopPictures::ExtractIcon(const std::string& file, int index, int size,
+                                        std::uint32_t maskColour)
 {
-    return nullptr;
+    if (size <= 0 || index < 0)
+        return nullptr;
+    size = std::min(size, kMaxSize);
+    const QString path = pictureFileOf(file);
+    QImage image;
+    if (path.isEmpty())
+        image = ThemeIconImage(themeNamesOf(file), size);
+    else if (QFileInfo(path).isFile())
+        image = withoutKeyColour(readImageNumber(path, index), maskColour);
+    if (image.isNull())
+        return nullptr;
+    return FromImage(fitted(image, size));
 }
 
 } // namespace fw::desktop

@@ -35,13 +35,21 @@ class DesktopPictures final : public CoreDevPictures {
     /// width > 0 overrides the size named in the path.
     PicturePtr LoadPicture(const std::string& path, int flags = 0, int width = -1,
                            int height = -1) override;
+    /// Linux programs carry no icons of their own, so file is a picture file
+    /// (a Linux path or a location) or an icon name of the theme: the images
+    /// the file holds (an icon file holds one per size), 1 for a name the
+    /// theme has, else 0.
+    int IconCount(const std::string& file) override;
+    /// Image number index of a picture file (PNG, SVG, ICO, XPM ...), or the
+    /// theme's picture of an icon name (as the classes root gives it) with the
+    /// generic icon of its MIME type behind it, fitted into size x size.
+    /// maskColour is transparent in pictures without transparency of their own.
+    /// Null when there is no such file, image or icon.
+    PicturePtr ExtractIcon(const std::string& file, int index, int size,
+                           std::uint32_t maskColour) override;
     /// The store's subfolders (wantFolders) or files below a resource path,
     /// as full resource paths with backslashes, sorted case-insensitively.
     /// Empty without a store or for a path that is no folder of it.
-    /// Linux programs carry no icons of their own: always 0.
-    int IconCount(const std::string& file) override;
-    PicturePtr ExtractIcon(const std::string& file, int index, int size,
-                           std::uint32_t maskColour) override;
     StringList ListResources(const std::string& path, bool wantFolders, bool flag1,
                              bool flag2) override;
 

@@ -166,9 +166,6 @@ QStringList IconThemeChain(const QString& reported, const QStringList& searchPat
 
 QImage ThemePicture(const QString& group, const QString& name, int size)
 {
-    if (!qGuiApp) // pixmaps need the application object
-        return {};
-    prepareTheme();
     ThemeEntry entry;
     const auto& table = themeTable();
     if (auto it = table.find(group + u'\\' + name); it != table.end()) {
@@ -181,19 +178,33 @@ QImage ThemePicture(const QString& group, const QString& name, int size)
     } else {
         return {};
     }
-    for (const QString& themeName : entry.names) {
-        for (const QString& candidate : {themeName, themeName + QStringLiteral("-symbolic")}) {
-            if (!QIcon::hasThemeIcon(candidate))
-                continue;
-            QImage image = QIcon::fromTheme(candidate).pixmap(QSize(size, size), 1.0).toImage();
-            if (image.isNull())
-                continue;
-            if (candidate.endsWith(QStringLiteral("-symbolic")) && entry.tint.isValid())
-                image = tinted(image, entry.tint);
-            return image;
-        }
+    return ThemeIconImage(entry.names, size, entry.tint);
+}
+
+QString ThemeIconName(const QStringList& names)
+{
+    if (!qGuiApp) // the theme lookup needs the application object
+        return {};
+    prepareTheme();
+    for (const QString& name : names) {
+        if (name.isEmpty())
+            continue;
+        for (const QString& candidate : {name, name + QStringLiteral("-symbolic")})
+            if (QIcon::hasThemeIcon(candidate))
+                return candidate;
     }
     return {};
+}
+
+QImage ThemeIconImage(const QStringList& names, int size, const QColor& tint)
+{
+    const QString name = ThemeIconName(names);
+    if (name.isEmpty())
+        return {};
+    QImage image = QIcon::fromTheme(name).pixmap(QSize(size, size), 1.0).toImage();
+    if (!image.isNull() && name.endsWith(QStringLiteral("-symbolic")) && tint.isValid())
+        image = tinted(image, tint);
+    return image;
 }
 
 } // namespace fw::desktop

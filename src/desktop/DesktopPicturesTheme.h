@@ -8,6 +8,7 @@
 // first installed full theme (Adwaita, Breeze, ...); a second full theme, or
 // else hicolor, is where Qt looks when the first has no such picture.
 
+#include <QColor>
 #include <QImage>
 #include <QString>
 #include <QStringList>
@@ -24,5 +25,14 @@ QStringList IconThemeChain(const QString& reported, const QStringList& searchPat
 /// most size pixels square; a null image if the theme has none or there is no
 /// GUI application.
 QImage ThemePicture(const QString& group, const QString& name, int size);
+
+/// The first of the freedesktop icon names (each tried as it is, then with
+/// "-symbolic") that the theme chain holds; empty if none or there is no GUI
+/// application.
+QString ThemeIconName(const QStringList& names);
+
+/// The theme's picture of the first of names it holds, at most size pixels
+/// square; symbolic pictures take tint if it is valid. Null if none.
+QImage ThemeIconImage(const QStringList& names, int size, const QColor& tint = {});
 
 } // namespace fw::desktop

@@ -1,5 +1,6 @@
 #include "desktop/DesktopRegistry.h"
 
+#include "desktop/DesktopFavorites.h"
 #include "desktop/MimeClasses.h"
 
 #include <QRegularExpression>
@@ -111,7 +112,7 @@ bool DesktopSettings::GetBool(const std::string& name)
 
 std::shared_ptr<FavoriteList> DesktopRegistry::NewFavoriteList()
 {
-    return nullptr;
+    return std::make_shared<DesktopFavoriteList>(m_store);
 }
 
 } // namespace fw::desktop

@@ -1,6 +1,7 @@
 #include "desktop/MimeClasses.h"
 
-#include <QIcon>
+#include "desktop/DesktopPicturesTheme.h"
+
 #include <QMimeDatabase>
 
 namespace fw::desktop {
@@ -20,13 +21,13 @@ std::optional<std::string> progIdOfExtension(const QString& extension)
     return std::nullopt;
 }
 
+// The name the icon theme answers for the type, its own before its generic
+// one; none when the theme has neither, so that a chooser keeps its
+// placeholder instead of asking for a picture that cannot come.
 std::optional<std::string> iconOf(const QMimeType& type)
 {
-    const QString own = type.iconName();
-    const QString generic = type.genericIconName();
-    if (!QIcon::hasThemeIcon(own) && !generic.isEmpty() && QIcon::hasThemeIcon(generic))
-        return generic.toStdString();
-    return own.isEmpty() ? std::nullopt : std::optional(own.toStdString());
+    const QString name = ThemeIconName({type.iconName(), type.genericIconName()});
+    return name.isEmpty() ? std::nullopt : std::optional(name.toStdString());
 }
 
 } // namespace

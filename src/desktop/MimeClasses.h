@@ -13,7 +13,9 @@ namespace fw::desktop {
 ///    the type's ProgId; case of the extension ignored.
 ///  - "text/plain\" : the type's comment in the user interface language.
 ///  - "text/plain\DefaultIcon\" : the theme icon name, "text-plain", or the
-///    generic one when the theme has no icon of its own for the type.
+///    generic one ("text-x-generic") when the theme has no icon of its own
+///    for the type; nothing when the theme has neither (or no theme is
+///    installed), as for a type without an icon.
 /// Nothing for unknown extensions and types and for every other value.
 std::optional<std::string> ReadMimeClass(const std::string& key);
 

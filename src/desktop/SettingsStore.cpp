@@ -25,9 +25,19 @@ struct SplitName {
 
 // "Software\\X\\\\Y\\" and "Software\X\Y" are the same key: empty components
 // go, and forward slashes count as backslashes.
+QStringList componentsOf(const QString& name)
+{
+    return QString(name).replace(u'/', u'\\').split(u'\\', Qt::SkipEmptyParts);
+}
+
+QString keyPathOf(const QString& path)
+{
+    return componentsOf(path).join(u'\\');
+}
+
 SplitName splitName(const QString& name)
 {
-    QStringList parts = QString(name).replace(u'/', u'\\').split(u'\\', Qt::SkipEmptyParts);
+    QStringList parts = componentsOf(name);
     SplitName result;
     if (parts.isEmpty())
         return result;
@@ -110,41 +120,48 @@ void SettingsStore::moveAside() const
     QFile::rename(FilePath(), target);
 }
 
-std::optional<QJsonValue> SettingsStore::Read(const QString& hive, const QString& name) const
+QJsonObject SettingsStore::keysOf(const QString& hive) const
 {
-    const SplitName split = splitName(name);
-    if (split.valueName.isEmpty() || m_unreadable)
-        return std::nullopt;
+    if (m_unreadable)
+        return {};
     const Loaded loaded = load();
     if (!usable(loaded))
-        return std::nullopt;
+        return {};
     if (loaded.state == Loaded::Garbage) {
         // Moved aside under the lock only, so that a writer's fresh file is
         // never taken for the broken one it replaced.
         QLockFile lock(FilePath() + QStringLiteral(".lock"));
         if (lock.tryLock(kLockWaitMs) && load().state == Loaded::Garbage)
             moveAside();
-        return std::nullopt;
+        return {};
     }
-    const QJsonObject& root = loaded.root;
-    const QString hiveName = findMember(root, hive);
-    if (hiveName.isEmpty())
+    const QString hiveName = findMember(loaded.root, hive);
+    return hiveName.isEmpty() ? QJsonObject() : loaded.root.value(hiveName).toObject();
+}
+
+std::optional<QJsonValue> SettingsStore::Read(const QString& hive, const QString& name) const
+{
+    const SplitName split = splitName(name);
+    if (split.valueName.isEmpty())
         return std::nullopt;
-    const QJsonObject keys = root.value(hiveName).toObject();
-    const QString keyName = findMember(keys, split.keyPath);
-    if (keyName.isEmpty())
-        return std::nullopt;
-    const QJsonObject values = keys.value(keyName).toObject();
+    const QJsonObject values = ReadKey(hive, split.keyPath);
     const QString valueName = findMember(values, split.valueName);
     if (valueName.isEmpty())
         return std::nullopt;
     return values.value(valueName);
 }
 
-bool SettingsStore::Write(const QString& hive, const QString& name, const QJsonValue& value)
+QJsonObject SettingsStore::ReadKey(const QString& hive, const QString& keyPath) const
 {
-    const SplitName split = splitName(name);
-    if (m_unreadable || split.valueName.isEmpty() || !QDir().mkpath(m_folder))
+    const QJsonObject keys = keysOf(hive);
+    const QString keyName = findMember(keys, keyPathOf(keyPath));
+    return keyName.isEmpty() ? QJsonObject() : keys.value(keyName).toObject();
+}
+
+bool SettingsStore::modify(const QString& hive,
+                           const std::function<void(QJsonObject& keys)>& change)
+{
+    if (m_unreadable || !QDir().mkpath(m_folder))
         return false;
 
     QLockFile lock(FilePath() + QStringLiteral(".lock"));
@@ -162,15 +179,7 @@ bool SettingsStore::Write(const QString& hive, const QString& name, const QJsonV
     if (hiveName.isEmpty())
         hiveName = hive;
     QJsonObject keys = root.value(hiveName).toObject();
-    QString keyName = findMember(keys, split.keyPath);
-    if (keyName.isEmpty())
-        keyName = split.keyPath;
-    QJsonObject values = keys.value(keyName).toObject();
-    QString valueName = findMember(values, split.valueName);
-    if (valueName.isEmpty())
-        valueName = split.valueName;
-    values.insert(valueName, value);
-    keys.insert(keyName, values);
+    change(keys);
     root.insert(hiveName, keys);
 
     QSaveFile file(FilePath());
@@ -182,6 +191,38 @@ bool SettingsStore::Write(const QString& hive, const QString& name, const QJsonV
         return false;
     }
     return file.commit();
+}
+
+bool SettingsStore::Write(const QString& hive, const QString& name, const QJsonValue& value)
+{
+    const SplitName split = splitName(name);
+    if (split.valueName.isEmpty())
+        return false;
+    return modify(hive, [&](QJsonObject& keys) {
+        QString keyName = findMember(keys, split.keyPath);
+        if (keyName.isEmpty())
+            keyName = split.keyPath;
+        QJsonObject values = keys.value(keyName).toObject();
+        QString valueName = findMember(values, split.valueName);
+        if (valueName.isEmpty())
+            valueName = split.valueName;
+        values.insert(valueName, value);
+        keys.insert(keyName, values);
+    });
+}
+
+bool SettingsStore::ReplaceKey(const QString& hive, const QString& keyPath,
+                               const QJsonObject& values)
+{
+    const QString path = keyPathOf(keyPath);
+    if (path.isEmpty())
+        return false;
+    return modify(hive, [&](QJsonObject& keys) {
+        QString keyName = findMember(keys, path);
+        if (keyName.isEmpty())
+            keyName = path;
+        keys.insert(keyName, values);
+    });
 }
 
 } // namespace fw::desktop

@@ -26,6 +26,7 @@
 #include <QJsonValue>
 #include <QString>
 #include <atomic>
+#include <functional>
 #include <optional>
 
 namespace fw::desktop {
@@ -48,6 +49,13 @@ class SettingsStore {
     /// holds what it held before).
     bool Write(const QString& hive, const QString& name, const QJsonValue& value);
 
+    /// All named values of one key path (names in their stored spelling);
+    /// empty if the key is absent.
+    QJsonObject ReadKey(const QString& hive, const QString& keyPath) const;
+    /// Replaces every value of one key path by values in a single write, so
+    /// that a reader sees the old set or the new one, never a mix.
+    bool ReplaceKey(const QString& hive, const QString& keyPath, const QJsonObject& values);
+
   private:
     struct Loaded {
         enum State { Fine, Garbage, Unreadable } state = Fine;
@@ -58,6 +66,12 @@ class SettingsStore {
     /// False once the file was found unreadable; warns the first time.
     bool usable(const Loaded& loaded) const;
     void moveAside() const;
+    /// The keys of a hive as read now; empty (and a garbage file moved aside)
+    /// when there are none.
+    QJsonObject keysOf(const QString& hive) const;
+    /// Rereads the file under the lock, lets change edit the keys of one
+    /// hive and saves atomically.
+    bool modify(const QString& hive, const std::function<void(QJsonObject& keys)>& change);
 
     QString m_folder;
     mutable std::atomic<bool> m_unreadable{false};

@@ -1,6 +1,7 @@
 // Files: atomic text writes that fail honestly, listings, sizes and dates.
 #include "desktop/DesktopApp.h"
 #include "desktop/DesktopFiles.h"
+#include "desktop/DesktopPictures.h"
 #include "desktop/DesktopRegistry.h"
 #include "desktop/LocationPaths.h"
 
@@ -41,6 +42,44 @@ TEST(DesktopFiles, WriteTextFileReplacesTheWholeFileOrFailsHonestlyKeepingTheOld
     EXPECT_FALSE(files.WriteTextFile(path + "/inside.txt", "x", "", -1));
     EXPECT_FALSE(files.WriteTextFile("", "x", "", -1));
     EXPECT_EQ(contentOf(path), QByteArray("Grüße\n"));
+}
+
+TEST(DesktopFiles, WriteTextFileWritesTheNamedEncodingOrNothing)
+{
+    QTemporaryDir dir;
+    DesktopFiles files;
+    const std::string path = pathIn(dir, "text.txt");
+    const std::string notUtf8 = "caf\xe9 \xff\xfe";
+    struct Row {
+        const char* encoding;
+        std::string text;
+        std::optional<QByteArray> bytes; ///< none: refused, the old content stays
+    };
+    const Row rows[] = {
+        {"", "Grüße",
+         QByteArray("Gr\xc3\xbc\xc3\x9f"
+                    "e")},
+        {"UTF-8", notUtf8, QByteArray::fromStdString(notUtf8)},
+        {"utf8", "a\r\nb", QByteArray("a\r\nb")},
+        {"ISO-8859-1", "Grüße",
+         QByteArray("Gr\xfc\xdf"
+                    "e")},
+        {"Latin1", "\xc3\xa9", QByteArray("\xe9")},
+        {"ISO-8859-1", "€", std::nullopt},
+        {"ISO-8859-1", notUtf8, std::nullopt},
+        {"UTF-16LE", "aä",
+         QByteArray("\xff\xfe"
+                    "a\0\xe4\0",
+                    6)},
+        {"UTF-16BE", "a", QByteArray("\xfe\xff\0a", 4)},
+        {"no-such-encoding", "x", std::nullopt},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.encoding);
+        ASSERT_TRUE(files.WriteTextFile(path, "alt", "", -1));
+        EXPECT_EQ(files.WriteTextFile(path, row.text, row.encoding, -1), row.bytes.has_value());
+        EXPECT_EQ(contentOf(path), row.bytes.value_or("alt"));
+    }
 }
 
 TEST(DesktopFiles, WriteTextFileIntoAReadOnlyFolderFails)
@@ -199,7 +238,12 @@ TEST(DesktopFiles, TheClassesRootAnswersFromTheMimeDatabase)
     };
     EXPECT_EQ(read(".TXT\\"), "text/plain");
     EXPECT_EQ(read(".txt\\"), "text/plain");
-    EXPECT_EQ(read("text/plain\\DefaultIcon\\"), "text-plain");
+    // The icon name is one the theme can draw, or absent when it has none
+    // (no theme installed): the chooser then keeps its question mark.
+    const std::string icon = read("text/plain\\DefaultIcon\\");
+    fw::desktop::DesktopPictures pictures{QString()};
+    EXPECT_EQ(pictures.ExtractIcon(icon, 0, 16, 0) != nullptr, icon != "-") << icon;
+    EXPECT_EQ(pictures.ExtractIcon("text-plain", 0, 16, 0) != nullptr, icon != "-");
     EXPECT_NE(read("text/plain\\"), "-");
     EXPECT_EQ(read(".nosuchextension42\\"), "-");
     EXPECT_EQ(read("no/such\\DefaultIcon\\"), "-");

@@ -3,13 +3,16 @@
 // path however bad.
 #include "desktop/DesktopPictures.h"
 #include "desktop/DesktopPicturesTheme.h"
+#include "desktop/LocationPaths.h"
 #include "forms/Pictures.h"
 
+#include <QBuffer>
 #include <QCoreApplication>
 #include <QDir>
 #include <QGuiApplication>
 #include <QIcon>
 #include <QImage>
+#include <QImageWriter>
 #include <QProcess>
 #include <QStandardPaths>
 #include <QTemporaryDir>
@@ -211,6 +214,95 @@ TEST(DesktopPictures, ThemeChainPutsInstalledFullThemesBeforeHicolor)
     EXPECT_EQ(IconThemeChain("Adwaita", {}), QStringList{"hicolor"});
 }
 
+// An icon file of several images: Qt writes one image per ICO file, so the
+// single-image files are joined under one directory of entries.
+QByteArray iconFileOf(const std::vector<QImage>& images)
+{
+    QByteArray directory, data;
+    const int headerSize = 6 + 16 * int(images.size());
+    for (const QImage& image : images) {
+        QByteArray single;
+        QBuffer buffer(&single);
+        buffer.open(QIODevice::WriteOnly);
+        QImageWriter(&buffer, "ico").write(image);
+        QByteArray entry = single.mid(6, 16);
+        const qint32 offset = headerSize + qint32(data.size());
+        entry.replace(12, 4, QByteArray(reinterpret_cast<const char*>(&offset), 4));
+        directory += entry;
+        data += single.mid(6 + 16);
+    }
+    const char count[] = {0, 0, 1, 0, char(images.size()), 0};
+    return QByteArray(count, 6) + directory + data;
+}
+
+QImage filled(int size, QImage::Format format, const QColor& colour)
+{
+    QImage image(size, size, format);
+    image.fill(colour);
+    return image;
+}
+
+TEST(DesktopPictures, ExtractIconTakesTheNumberedImageOfAFileAndKeysOutTheMaskColour)
+{
+    QTemporaryDir dir;
+    QFile icon(dir.filePath("two.ico"));
+    ASSERT_TRUE(icon.open(QIODevice::WriteOnly));
+    icon.write(iconFileOf(
+        {filled(16, QImage::Format_ARGB32, Qt::red), filled(32, QImage::Format_ARGB32, Qt::blue)}));
+    icon.close();
+    // Half magenta: the key colour of the chooser's lists.
+    QImage opaque = filled(8, QImage::Format_RGB32, Qt::green);
+    for (int y = 0; y < 4; ++y)
+        for (int x = 0; x < 8; ++x)
+            opaque.setPixel(x, y, qRgb(255, 0, 255));
+    ASSERT_TRUE(opaque.save(dir.filePath("keyed.png")));
+    ASSERT_TRUE(
+        filled(8, QImage::Format_ARGB32, QColor(255, 0, 255)).save(dir.filePath("own.png")));
+    QFile(dir.filePath("text.txt")).open(QIODevice::WriteOnly);
+    const std::string base = dir.path().toStdString() + "/";
+    const std::string asLocation = fw::desktop::PosixToLocation(base);
+    constexpr std::uint32_t magenta = 0x00FF00FF;
+
+    struct Row {
+        const char* name;
+        std::string file;
+        int index;
+        QColor top;    ///< expected at the top row; invalid: transparent
+        QColor bottom; ///< expected at the bottom row
+        int count;     ///< IconCount of the file
+    };
+    const Row rows[] = {
+        {"first image of an icon file", base + "two.ico", 0, Qt::red, Qt::red, 2},
+        {"second image", base + "two.ico", 1, Qt::blue, Qt::blue, 2},
+        {"named by a location", asLocation + "two.ico", 1, Qt::blue, Qt::blue, 2},
+        {"the key colour is transparent", base + "keyed.png", 0, {}, Qt::green, 1},
+        {"own transparency wins over the key", base + "own.png", 0, QColor(255, 0, 255),
+         QColor(255, 0, 255), 1},
+    };
+    DesktopPictures pictures{QString()};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        const QImage image = fw::ToImage(pictures.ExtractIcon(row.file, row.index, 24, magenta));
+        ASSERT_EQ(image.size(), QSize(24, 24));
+        const QColor top = image.pixelColor(12, 1), bottom = image.pixelColor(12, 22);
+        EXPECT_EQ(top.alpha() == 0, !row.top.isValid());
+        if (row.top.isValid()) {
+            EXPECT_EQ(top.rgb(), row.top.rgb());
+        }
+        EXPECT_EQ(bottom.rgb(), row.bottom.rgb());
+        EXPECT_EQ(pictures.IconCount(row.file), row.count);
+    }
+    // Nothing to draw gives null, and a file without pictures counts none.
+    const std::pair<std::string, int> nothing[] = {
+        {base + "two.ico", 3},       {base + "missing.png", 0},
+        {base + "text.txt", 0},      {base, 0},
+        {"no-such-icon-name-42", 0}, {"", 0}};
+    for (const auto& [file, index] : nothing) {
+        EXPECT_EQ(pictures.ExtractIcon(file, index, 16, magenta), nullptr) << file << index;
+        EXPECT_EQ(pictures.IconCount(file), file.ends_with(".ico") ? 2 : 0) << file;
+    }
+}
+
 // Runs inside the test below, on the xcb platform; skipped in a normal run.
 TEST(DesktopPicturesOnXChild, NamedPicturesAreNotTheDrawnSquare)
 {
@@ -222,11 +314,45 @@ TEST(DesktopPicturesOnXChild, NamedPicturesAreNotTheDrawnSquare)
         GTEST_SKIP() << "no full icon theme is installed";
     DesktopPictures pictures{QString()};
     // An unknown name draws the square with the same first letter.
-    for (const char* name : {"Question", "Critical", "Warning"}) {
-        const std::string path = std::string("Ico\\32\\Computer\\Signs\\") + name;
+    const char* const names[] = {
+        "Signs\\Question",
+        "Signs\\Critical",
+        "Signs\\Warning",
+        "Signs\\Favorite",
+        "Signs\\Load",
+        "Signs\\Save",
+        "Signs\\Attention",
+        "Signs\\Delete",
+        "Signs\\OK",
+        "Signs\\abort",
+        "Folders\\Favorite",
+        "Folders\\Desktop",
+        "Folders\\Open",
+        "Folders\\Closed",
+        "Folders\\User",
+        "Folders\\Users",
+        "Folders\\Checklist",
+        "Folders\\ok",
+        "Folders\\save",
+        "Folders\\Nethood",
+        "Hardware\\Workstation",
+        "Hardware\\Nethood",
+        "Hardware\\Drive",
+        "Hardware\\Drive CD Ready",
+        "Hardware\\Drive Disc Ready",
+        "Hardware\\Drive Net",
+        "Hardware\\Drive RAM",
+        "Hardware\\Drive Removable",
+        "Software\\Generic",
+        "Equipment\\usbstick",
+    };
+    for (const char* name : names) {
+        const std::string path = std::string("Ico\\32\\Computer\\") + name;
         EXPECT_TRUE(load(pictures, path + ".ico") != load(pictures, path + "xyz.ico"))
             << name << " is the drawn square";
     }
+    for (const std::string path : {"Ico\\16\\Writing\\Papers\\Sheet", "Cur\\Hand Up"})
+        EXPECT_TRUE(load(pictures, path + ".ico") != load(pictures, path + "xyz.ico")) << path;
 }
 
 // Qt reports "hicolor" as the theme on a bare X display, where offscreen it

@@ -230,7 +230,7 @@ void frm_DialogFile::wireEvents()
     };
     lst_Folder->Click = [this] {
         if (ComboItem* item = lst_Folder->SelectedItem())
-            hGotoFolder(us(item->Key()), false, {});
+            hGotoFolder(placeOfComboKey(item->Key()), false, {});
     };
     const auto upOnBackspace = [this](int& keyCode, int) {
         if (keyCode == 8)
@@ -537,6 +537,22 @@ void frm_DialogFile::goUp()
 {
     if (!m_places.UpPath.empty())
         hGotoFolder(m_places.UpPath, false, {});
+}
+
+// The combo's folder items are keyed in capitals; each is an ancestor of the
+// current folder, whose own spelling a case-sensitive file system needs.
+std::string frm_DialogFile::placeOfComboKey(const QString& key) const
+{
+    const QString current = qs(m_places.CurrentPath);
+    const QStringList keyParts = key.split(u'\\');
+    const QStringList currentParts = current.split(u'\\');
+    if (keyParts.size() > currentParts.size())
+        return us(key);
+    for (int i = 0; i < keyParts.size(); ++i)
+        if (!keyParts[i].isEmpty() &&
+            keyParts[i].compare(currentParts[i].toUpper(), Qt::CaseSensitive) != 0)
+            return us(key);
+    return us(QStringList(currentParts.mid(0, keyParts.size() - 1)).join(u'\\') + u'\\');
 }
 
 void frm_DialogFile::hViewMenu()

@@ -6,10 +6,12 @@
 // language.
 
 #include <string>
+#include <vector>
 
 namespace fw {
 
 class ChooserSite;
+struct MenuEntry;
 
 class ChooserCommands {
   public:
@@ -27,6 +29,14 @@ class ChooserCommands {
     void AddFavorite();
 
   private:
+    void addConnectionRows(std::vector<MenuEntry>& rows);
+    void addFavoriteMenu(std::vector<MenuEntry>& rows);
+    void removeConnection(const std::string& drive);
+    void removeFavorite(const std::string& which);
+    void removeFavoriteRow(const std::string& target, const std::string& name);
+    void deleteFolder(const std::string& folder, const std::string& name);
+    void deleteFile(const std::string& file, const std::string& name);
+
     ChooserSite& m_site;
 };
 

@@ -4,8 +4,10 @@
 #include "forms/KeyCodes.h"
 #include "forms/Screen.h"
 
+#include <QCursor>
 #include <QEvent>
 #include <QMouseEvent>
+#include <QPixmap>
 #include <QWidget>
 
 namespace fw {
@@ -218,6 +220,46 @@ void Control::Refresh()
         m_widget->repaint();
 }
 
+void Control::SetMousePointer(int pointer)
+{
+    m_mousePointer = pointer;
+    showMousePointer();
+}
+
+void Control::SetMouseIcon(const QImage& icon)
+{
+    m_mouseIcon = icon;
+    showMousePointer();
+}
+
+void Control::showMousePointer()
+{
+    if (!m_widget)
+        return;
+    switch (m_mousePointer) {
+    case 1:
+        m_widget->setCursor(Qt::ArrowCursor);
+        break;
+    case 2:
+        m_widget->setCursor(Qt::CrossCursor);
+        break;
+    case 3:
+        m_widget->setCursor(Qt::IBeamCursor);
+        break;
+    case 11:
+        m_widget->setCursor(Qt::WaitCursor);
+        break;
+    case 99:
+        if (!m_mouseIcon.isNull()) {
+            m_widget->setCursor(QCursor(QPixmap::fromImage(m_mouseIcon)));
+            break;
+        }
+        [[fallthrough]];
+    default:
+        m_widget->unsetCursor();
+    }
+}
+
 bool Control::PerformClick()
 {
     if (!Enabled() || !Visible())
@@ -249,6 +291,8 @@ QVariant Control::GetProperty(const QString& name) const
         return m_tag;
     if (key == u"TOOLTIPTEXT")
         return ToolTipText();
+    if (key == u"MOUSEPOINTER")
+        return m_mousePointer;
     return {};
 }
 
@@ -271,6 +315,8 @@ bool Control::SetProperty(const QString& name, const QVariant& value)
         SetTag(value.toString());
     else if (key == u"TOOLTIPTEXT")
         SetToolTipText(value.toString());
+    else if (key == u"MOUSEPOINTER")
+        SetMousePointer(value.toInt());
     else
         return false;
     return true;

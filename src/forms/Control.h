@@ -2,6 +2,7 @@
 // A control of a form: a named widget with geometry in twips, relative to its
 // container, and events as plain callbacks. Forms own their controls.
 
+#include <QImage>
 #include <QString>
 #include <QVariant>
 #include <functional>
@@ -59,6 +60,14 @@ class Control {
     Control* Container() const;
     void Refresh();
 
+    /// The pointer over the control: 0 default, 1 arrow, 2 cross, 3 I-beam,
+    /// 11 hourglass, 99 the MouseIcon; other numbers show the default.
+    int MousePointer() const { return m_mousePointer; }
+    void SetMousePointer(int pointer);
+    /// The picture of pointer 99; its centre is the hot spot.
+    const QImage& MouseIcon() const { return m_mouseIcon; }
+    void SetMouseIcon(const QImage& icon);
+
     /// Buttons: the form presses its default button on Return and its cancel
     /// button on Esc, and Return on a focused button presses that button.
     virtual bool IsButton() const { return false; }
@@ -113,6 +122,9 @@ class Control {
     QWidget* m_widget;
     int m_index = -1;
     bool m_clickOnRelease = false;
+    int m_mousePointer = 0;
+    QImage m_mouseIcon;
+    void showMousePointer();
     friend class ControlEvents;
     QString m_tag;
 };

@@ -26,16 +26,44 @@ void ImageList::SetImageSize(int width, int height)
     m_height = height;
 }
 
-int ImageList::Add(const QString& key, const QImage& picture)
+namespace {
+
+// Exact matches only: a near colour is a picture's own shading, not its mask.
+QImage withoutMaskColour(const QImage& picture, QRgb mask)
+{
+    QImage image = picture.convertToFormat(QImage::Format_ARGB32);
+    for (int y = 0; y < image.height(); ++y) {
+        auto* line = reinterpret_cast<QRgb*>(image.scanLine(y));
+        for (int x = 0; x < image.width(); ++x)
+            if ((line[x] & RGB_MASK) == (mask & RGB_MASK) && qAlpha(line[x]) == 255)
+                line[x] = 0;
+    }
+    return image;
+}
+
+} // namespace
+
+void ImageList::SetMaskColor(std::uint32_t bgr)
+{
+    m_maskColor = bgr & 0xFFFFFFu;
+    m_masked = true;
+}
+
+int ImageList::Add(const QString& key, const QImage& picture, const QString& tag)
 {
     if (!key.isEmpty() && IsNumericKey(key))
         throw ControlError(ControlError::InvalidKey, "Invalid key");
     if (!key.isEmpty() && m_byKey.contains(key))
         throw ControlError(ControlError::KeyNotUnique, "Key is not unique in collection");
-    QImage scaled = picture;
+    // Masked before scaling, which would blend the mask into its neighbours.
+    QImage scaled =
+        m_masked && !picture.isNull()
+            ? withoutMaskColour(picture, qRgb(int(m_maskColor & 0xFF), int(m_maskColor >> 8 & 0xFF),
+                                              int(m_maskColor >> 16 & 0xFF)))
+            : picture;
     if (!scaled.isNull() && scaled.size() != QSize(m_width, m_height))
         scaled = scaled.scaled(m_width, m_height, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-    m_items.push_back({key, scaled, QIcon(QPixmap::fromImage(scaled))});
+    m_items.push_back({key, tag, scaled, QIcon(QPixmap::fromImage(scaled))});
     const int index = Count();
     if (!key.isEmpty())
         m_byKey.insert(key, index);
@@ -75,6 +103,11 @@ QString ImageList::Key(int index) const
     return m_items[std::size_t(index - 1)].key;
 }
 
+QString ImageList::Tag(const QVariant& indexOrKey) const
+{
+    return m_items[std::size_t(indexOf(indexOrKey) - 1)].tag;
+}
+
 void ImageList::Clear()
 {
     m_items.clear();
@@ -90,6 +123,8 @@ QVariant ImageList::GetProperty(const QString& name) const
         return m_height;
     if (key == u"LISTCOUNT")
         return Count();
+    if (key == u"MASKCOLOR")
+        return m_maskColor;
     return Control::GetProperty(name);
 }
 
@@ -100,6 +135,8 @@ bool ImageList::SetProperty(const QString& name, const QVariant& value)
         SetImageSize(value.toInt(), m_height);
     else if (key == u"IMAGEHEIGHT")
         SetImageSize(m_width, value.toInt());
+    else if (key == u"MASKCOLOR")
+        SetMaskColor(value.toUInt());
     else
         return Control::SetProperty(name, value);
     return true;

@@ -8,6 +8,7 @@
 #include <QIcon>
 #include <QImage>
 #include <QVariant>
+#include <cstdint>
 #include <vector>
 
 namespace fw {
@@ -22,9 +23,10 @@ class ImageList : public Control {
     /// Only while the list is empty; ControlError 380 otherwise.
     void SetImageSize(int width, int height);
 
-    /// Adds a picture under a key (may be empty) and returns its index.
+    /// Adds a picture under a key (may be empty) with a free text, and returns
+    /// its index. Pixels of exactly the mask colour become transparent.
     /// ControlError 35602 for a key that is taken, 35603 for a numeric key.
-    int Add(const QString& key, const QImage& picture);
+    int Add(const QString& key, const QImage& picture, const QString& tag = {});
     int Count() const { return static_cast<int>(m_items.size()); }
     /// The index of a key, 0 if the list has none of that key.
     int IndexOf(const QString& key) const { return m_byKey.value(key, 0); }
@@ -35,15 +37,23 @@ class ImageList : public Control {
     /// The picture of index as an icon for item views; null for index 0.
     QIcon Icon(int index) const;
     QString Key(int index) const;
+    /// The text given with a picture, by index or key as Picture().
+    QString Tag(const QVariant& indexOrKey) const;
     void Clear();
 
-    /// "ImageWidth", "ImageHeight", "ListCount" (read only).
+    /// A host colour (0x00BBGGRR) that pictures added from now on lose to
+    /// transparency; until it is set no colour is masked.
+    std::uint32_t MaskColor() const { return m_maskColor; }
+    void SetMaskColor(std::uint32_t bgr);
+
+    /// "ImageWidth", "ImageHeight", "MaskColor", "ListCount" (read only).
     QVariant GetProperty(const QString& name) const override;
     bool SetProperty(const QString& name, const QVariant& value) override;
 
   private:
     struct Item {
         QString key;
+        QString tag;
         QImage picture;
         QIcon icon;
     };
@@ -51,6 +61,8 @@ class ImageList : public Control {
 
     int m_width = 16;
     int m_height = 16;
+    std::uint32_t m_maskColor = 0;
+    bool m_masked = false;
     std::vector<Item> m_items;
     QHash<QString, int> m_byKey;
 };

@@ -1,0 +1,609 @@
+#include "filechooser/FolderLister.h"
+
+#include "controls/ctl_Label.h"
+#include "core/hLangText.h"
+#include "filechooser/ChooserFavorites.h"
+#include "filechooser/FolderListerParts.h"
+#include "filechooser/LocationModel.h"
+#include "forms/ImageCombo.h"
+#include "forms/ImageList.h"
+#include "forms/ListView.h"
+#include "forms/Pictures.h"
+#include "forms/Resume.h"
+#include "forms/Screen.h"
+#include "forms/StdControls.h"
+#include "host/mdl_CoreDevWrapper.h"
+#include "resources/SharedImages.h"
+
+#include <QComboBox> // ImageCombo.h needs the complete type for its inline accessor
+#include <QHash>
+
+namespace fw {
+
+using namespace lister;
+
+namespace {
+
+// The wait pointer shows for the whole fill and goes on every way out.
+class BusyPointer {
+  public:
+    BusyPointer() { Screen::SetMousePointer(Screen::Busy); }
+    ~BusyPointer() { Screen::SetMousePointer(Screen::Default); }
+    BusyPointer(const BusyPointer&) = delete;
+    BusyPointer& operator=(const BusyPointer&) = delete;
+};
+
+// Taking the lists off and binding them again makes pictures that were added
+// since the last listing show; rows can only name pictures of a bound list.
+void RebindPictures(ListView& files, ImageCombo* places)
+{
+    Resume([&] { files.SetIcons(nullptr); });
+    Resume([&] { files.SetSmallIcons(nullptr); });
+    if (places)
+        Resume([&] { places->SetImageList(nullptr); });
+    Resume([&] { files.SetIcons(&SharedIcons32()); });
+    Resume([&] { files.SetSmallIcons(&SharedIcons16()); });
+    if (places)
+        Resume([&] { places->SetImageList(&SharedIcons16()); });
+}
+
+void AddColumnsOnce(ListView& files)
+{
+    ColumnHeaders& columns = files.ColumnHeaders();
+    if (columns.Count() > 0)
+        return;
+    for (const char* title : {"Dateiname", "Größe", "Typ", "Geändert am"})
+        columns.Add(QString::fromUtf8(title));
+    columns.Add(QStringLiteral("Sortierung"), 0);
+}
+
+ListItem& AddPlaceRow(ListView& files, const std::string& key, const std::string& text,
+                      const std::string& image)
+{
+    return files.ListItems().Add(Q(key), Q(text), Q(image), Q(image));
+}
+
+void SetCount(ctl_Label& label, const std::string& text)
+{
+    label.SetCaption(Q(text));
+}
+
+std::string Count(int n)
+{
+    return std::to_string(n);
+}
+
+// Entries as the network service lists them may carry further fields after
+// a "|"; the first is the name.
+std::string FirstField(const std::string& entry)
+{
+    return entry.substr(0, entry.find('|'));
+}
+
+bool IsExecutable(const QString& ext)
+{
+    return ext == QLatin1String("EXE") || ext == QLatin1String("COM");
+}
+
+// Picture key and type text of the files of one listing. Types are decided
+// once per extension and fill, so that a folder of a million files costs one
+// hash lookup per row; programs have pictures of their own and are asked
+// each.
+class FileTypes {
+  public:
+    FileTypes()
+        : m_unknown(Q(hLangText("Unbekannt", "Unknown"))),
+          m_application(Q(hLangText("Anwendung", "Application")))
+    {
+    }
+
+    struct Type {
+        QString key;
+        QString text;
+    };
+
+    Type Of(const QString& path, const QString& name)
+    {
+        const qsizetype dot = name.lastIndexOf(QLatin1Char('.'));
+        const QString ext = dot <= 0 ? QString() : name.mid(dot + 1).toUpper();
+        if (IsExecutable(ext))
+            return {Existing(OwnPicture(path)), m_application};
+        auto known = m_byExtension.constFind(ext);
+        if (known == m_byExtension.constEnd())
+            known = m_byExtension.insert(ext, ByExtension(ext));
+        return *known;
+    }
+
+  private:
+    Type ByExtension(const QString& ext) const
+    {
+        ImageList& pictures = SharedIcons16();
+        const QString cached = QStringLiteral("EXT.") + ext;
+        if (pictures.Exists(cached)) {
+            QString text;
+            Resume([&] { text = pictures.Tag(cached); });
+            return {cached, text};
+        }
+        return {Existing(QStringLiteral("WAITLOAD")), m_unknown};
+    }
+
+    static QString OwnPicture(const QString& path)
+    {
+        const std::string file = path.toStdString();
+        int icons = 0;
+        Resume([&] { icons = GetCoreDevPictures().IconCount(file); });
+        if (icons < 1)
+            return QStringLiteral("FILE.BIN");
+        const QString key = QStringLiteral("OWN.") + path.toUpper();
+        if (SharedIcons16().Exists(key))
+            return key;
+        QImage picture;
+        Resume([&] {
+            picture = ToImage(GetCoreDevPictures().ExtractIcon(file, 0, 16, SharedMaskColour()));
+        });
+        if (picture.isNull())
+            return QStringLiteral("FILE.BIN");
+        Resume([&] { SharedIcons16().Add(key, picture); });
+        Resume([&] { SharedIcons32().Add(key, picture); });
+        return key;
+    }
+
+    // A key the pictures lack shows the plain sheet.
+    static QString Existing(const QString& key)
+    {
+        return SharedIcons16().Exists(key) ? key : QStringLiteral("FILE");
+    }
+
+    QString m_unknown;
+    QString m_application;
+    QHash<QString, Type> m_byExtension;
+};
+
+} // namespace
+
+namespace lister {
+
+std::string RestOfPlace(const std::string& path)
+{
+    const auto colon = path.find(":\\");
+    std::string rest = colon == std::string::npos ? std::string() : path.substr(colon + 2);
+    if (!rest.empty() && rest.back() == '\\')
+        rest.pop_back();
+    return rest;
+}
+
+std::string FavouriteIconKey(const std::string& icon)
+{
+    if (icon.empty())
+        return "FAVORITE";
+    AddIcon(icon);
+    return icon;
+}
+
+std::uint32_t SharedMaskColour()
+{
+    std::uint32_t mask = 1;
+    Resume([&] { mask = SharedIcons16().MaskColor(); });
+    return mask;
+}
+
+} // namespace lister
+
+FolderLister::FolderLister(LocationModel& places, ChooserFavorites& favourites, Controls controls)
+    : m_places(places), m_favourites(favourites), m_controls(controls)
+{
+}
+
+namespace {
+
+// The parts of one Update, each for one kind of place.
+class Listing {
+  public:
+    Listing(LocationModel& places, ChooserFavorites& favourites,
+            const FolderLister::Controls& controls, bool newPlace, const FolderLister& lister)
+        : m_places(places), m_favourites(favourites), m_c(controls), m_newPlace(newPlace),
+          m_lister(lister)
+    {
+    }
+
+    void Drives();
+    void Network();
+    void Favourites();
+    void DesktopRoot();
+    /// False when the folder cannot be read (the message has been shown).
+    bool RealFolder(const std::string& base);
+    void UncTree();
+
+  private:
+    void Domains(NetworkService* network);
+    void Hosts(NetworkService* network, const std::string& domain);
+    void Shares(NetworkService* network, const std::string& domain, const std::string& host);
+    void AddTreeItem(const std::string& key, const std::string& text, const std::string& image,
+                     int indentation);
+    void SelectCurrentInTree();
+    void FolderRows(const std::string& base, const std::vector<FileEntry>& entries);
+    void FileRows(const std::string& base, const std::vector<FileEntry>& matched);
+    void WriteFolderCount(int files, int folders, int allFiles);
+
+    LocationModel& m_places;
+    ChooserFavorites& m_favourites;
+    const FolderLister::Controls& m_c;
+    bool m_newPlace;
+    const FolderLister& m_lister;
+};
+
+} // namespace
+
+void FolderLister::Update()
+{
+    if (m_places.CurrentPath.empty())
+        return;
+    const bool newPlace = m_places.CurrentPath != m_places.LastListedPath;
+    if (newPlace) {
+        m_places.LastListedPath = m_places.CurrentPath;
+        Resume([&] { m_controls.folders.ComboItems().Clear(); });
+    }
+    Resume([&] { AddColumnsOnce(m_controls.files); });
+    Resume([&] { m_controls.files.ListItems().Clear(); });
+    const BusyPointer busy;
+    if (m_controls.fileInfo)
+        Resume([&] { m_controls.fileInfo->SetCaption({}); });
+    RebindPictures(m_controls.files, newPlace ? &m_controls.folders : nullptr);
+    // The timer fires only after this procedure has returned to the events.
+    if (m_controls.iconLoad)
+        Resume([&] { m_controls.iconLoad->SetEnabled(true); });
+    if (newPlace)
+        BuildPlaceTree();
+
+    const std::string& path = m_places.CurrentPath;
+    const bool unc = StartsWith(path, "\\\\");
+    Listing listing(m_places, m_favourites, m_controls, newPlace, *this);
+    if (unc)
+        listing.UncTree();
+    m_places.ComputeUpPath();
+
+    const std::string head = path.substr(0, path.find('\\')) + "\\";
+    if (head == kWorkstation) {
+        listing.Drives();
+    } else if (head == kNethood) {
+        listing.Network();
+    } else if (head == kFavorites) {
+        listing.Favourites();
+    } else if (head == kDesktop) {
+        listing.DesktopRoot();
+    } else if (!listing.RealFolder(path)) {
+        if (NotReady)
+            NotReady();
+    }
+}
+
+namespace {
+
+void Listing::AddTreeItem(const std::string& key, const std::string& text, const std::string& image,
+                          int indentation)
+{
+    Resume([&] { m_c.folders.ComboItems().Add(0, Q(key), Q(text), Q(image), {}, indentation); });
+}
+
+void Listing::SelectCurrentInTree()
+{
+    Resume([&] {
+        if (ComboItem* item = m_c.folders.ComboItems().Find(Q(Upper(m_places.CurrentPath))))
+            m_c.folders.SetSelectedItem(item);
+        m_c.folders.Refresh();
+    });
+}
+
+void Listing::UncTree()
+{
+    const std::string& path = m_places.CurrentPath;
+    const auto hostEnd = path.find('\\', 2);
+    const std::string host = path.substr(2, hostEnd == std::string::npos ? hostEnd : hostEnd - 2);
+    const std::string tail =
+        hostEnd == std::string::npos ? std::string() : path.substr(hostEnd + 1);
+    if (m_places.Domain.empty()) {
+        Resume([&] {
+            const StringList domains = GetCoreDevFiles().Network()->Domains();
+            if (domains.Count() > 0)
+                m_places.Domain = domains.Item(1);
+        });
+    }
+    if (!m_newPlace)
+        return;
+    AddTreeItem(kNethood + m_places.Domain + "\\", m_places.Domain, "NETHOOD", 2);
+    AddTreeItem(kNethood + m_places.Domain + "\\" + host + "\\", host, "WORKSTATION", 3);
+    std::string soFar = "\\\\" + host + "\\";
+    int position = 0;
+    std::size_t from = 0;
+    while (from < tail.size()) {
+        auto end = tail.find('\\', from);
+        if (end == std::string::npos)
+            end = tail.size();
+        const std::string component = tail.substr(from, end - from);
+        from = end + 1;
+        if (component.empty())
+            continue;
+        soFar += component + "\\";
+        const int indentation = ++position + 3;
+        Resume([&] {
+            m_c.folders.ComboItems().Add(0, Q(Upper(soFar)), Q(component), QStringLiteral("OPEN"),
+                                         QStringLiteral("OPEN"), indentation);
+        });
+    }
+    SelectCurrentInTree();
+}
+
+void Listing::Drives()
+{
+    m_places.UpPath = kDesktop;
+    int rows = 0;
+    for (char letter = 'A'; letter <= 'Z'; ++letter) {
+        const std::string drive = std::string(1, letter) + ":";
+        DriveClass kind;
+        Resume([&] { kind = ClassOfDrive(drive, false); });
+        if (kind.imageKey.empty())
+            continue;
+        const std::string text = kind.name + " (" + drive + ")";
+        Resume([&] {
+            ListItem& row = AddPlaceRow(m_c.files, drive + "\\", text, kind.imageKey);
+            row.SetTag(Q(drive + "\\"));
+            row.SetSubItem(4, Q("A:" + text));
+            ++rows;
+        });
+    }
+    SetCount(m_c.fileCount,
+             Count(rows) + hLangText(" Objekte im Arbeitsplatz", " Objects in my computer"));
+}
+
+void Listing::Network()
+{
+    m_places.UpPath = kDesktop;
+    const std::string rest = RestOfPlace(m_places.CurrentPath);
+    std::shared_ptr<NetworkService> network;
+    Resume([&] { network = GetCoreDevFiles().Network(); });
+    if (rest.empty()) {
+        Domains(network.get());
+    } else if (rest.find('\\') == std::string::npos) {
+        Hosts(network.get(), rest);
+    } else {
+        const auto slash = rest.find('\\');
+        Shares(network.get(), rest.substr(0, slash), rest.substr(slash + 1));
+    }
+}
+
+// A network service that fails or is missing lists nothing and counts 0.
+StringList NetworkList(NetworkService* network,
+                       const std::function<StringList(NetworkService&)>& read)
+{
+    StringList names;
+    if (network)
+        Resume([&] { names = read(*network); });
+    return names;
+}
+
+void Listing::Domains(NetworkService* network)
+{
+    const StringList domains = NetworkList(network, [](NetworkService& n) { return n.Domains(); });
+    for (const std::string& name : domains.items())
+        Resume([&] { AddPlaceRow(m_c.files, kNethood + name + "\\", name, "NETHOOD"); });
+    SetCount(m_c.fileCount,
+             Count(domains.Count()) + hLangText(" Domäne/n gefunden", " domain/s found"));
+}
+
+void Listing::Hosts(NetworkService* network, const std::string& domain)
+{
+    m_places.UpPath = kNethood;
+    if (m_newPlace) {
+        AddTreeItem(kNethood + domain + "\\", domain, "NETHOOD", 2);
+        SelectCurrentInTree();
+    }
+    m_places.Domain = domain;
+    const StringList hosts =
+        NetworkList(network, [&](NetworkService& n) { return n.Hosts(domain); });
+    for (const std::string& host : hosts.items())
+        Resume([&] {
+            AddPlaceRow(m_c.files, kNethood + domain + "\\" + host + "\\", host, "WORKSTATION");
+        });
+    SetCount(m_c.fileCount, Count(hosts.Count()) +
+                                hLangText(" Rechner in der Domäne ", " PCs in the domain ") +
+                                domain);
+}
+
+void Listing::Shares(NetworkService* network, const std::string& domain, const std::string& host)
+{
+    m_places.UpPath = kNethood + domain + "\\";
+    if (m_newPlace) {
+        AddTreeItem(kNethood + domain + "\\", domain, "NETHOOD", 2);
+        AddTreeItem(kNethood + domain + "\\" + host + "\\", host, "WORKSTATION", 3);
+        SelectCurrentInTree();
+    }
+    m_places.Domain = domain;
+    const StringList shares =
+        NetworkList(network, [&](NetworkService& n) { return n.Shares(host); });
+    int rows = 0;
+    int hidden = 0;
+    // Visible shares stand above the hidden ones ("C$"), which show ghosted.
+    for (const bool hiddenPass : {false, true}) {
+        for (const std::string& entry : shares.items()) {
+            const std::string name = FirstField(entry);
+            if ((!name.empty() && name.back() == '$') != hiddenPass)
+                continue;
+            Resume([&] {
+                ListItem& row =
+                    AddPlaceRow(m_c.files, "\\\\" + host + "\\" + name + "\\", name, "CLOSED");
+                if (name.find('$') != std::string::npos)
+                    row.SetGhosted(true);
+            });
+            ++rows;
+            hidden += hiddenPass ? 1 : 0;
+        }
+    }
+    // "worksation" is the product's own spelling of the line.
+    const std::string line =
+        hidden == 0
+            ? Count(rows) + hLangText(" Freigaben auf Rechner ", " Shares on worksation ") + host
+            : hLangText(Count(rows) + " Freigaben (davon " + Count(hidden) +
+                            " versteckte Freigaben) auf Rechner " + host,
+                        Count(rows) + " Shares (" + Count(hidden) +
+                            " hidden ones) on workstation " + host);
+    SetCount(m_c.fileCount, line);
+}
+
+void Listing::Favourites()
+{
+    m_places.UpPath = kFavorites;
+    int rows = 0;
+    for (const auto& list : {m_favourites.App, m_favourites.User}) {
+        if (!list)
+            continue;
+        for (int i = 1; i <= list->Count(); ++i) {
+            Resume([&] {
+                const FavoriteItem& favourite = list->Item(i);
+                const std::string small = FavouriteIconKey(favourite.Icon);
+                const std::string large = ReplaceAll(small, "16\\", "32\\");
+                m_c.files.ListItems().Add(Q(favourite.Path), Q(favourite.Name), Q(large), Q(small));
+                ++rows;
+            });
+        }
+    }
+    SetCount(m_c.fileCount, Count(rows) + hLangText(" favorisierte Ordner", " favorites"));
+}
+
+void Listing::DesktopRoot()
+{
+    m_places.UpPath.clear();
+    const auto fixed = [&](const std::string& place, const std::string& text,
+                           const std::string& image) {
+        Resume([&] { AddPlaceRow(m_c.files, place, text, image).SetTag(Q(place)); });
+    };
+    fixed("USER:\\", hLangText("Eigene Dateien", "My files"), "USER");
+    if (!m_places.SharedPath.empty())
+        fixed("SHARED:\\", hLangText("Gemeinsame Dateien", "Shared files"), "USERS");
+    if (!m_places.SamplesPath.empty())
+        fixed("SAMPLES:\\", hLangText("Beispiele", "Examples"), "SAMPLES");
+    fixed(kWorkstation, hLangText("Arbeitsplatz", "Workstation"), "WORKSTATION");
+    // "Netzwerkumgebung" here and "Netzwerk" in the place combo, as the
+    // product has them.
+    fixed(kNethood, hLangText("Netzwerkumgebung", "Network"), "NETHOOD");
+    std::string desktop;
+    Resume([&] {
+        desktop =
+            GetCoreDevText().Paths().AddBackslash(GetCoreDevSystem().Folders().DesktopFolder());
+    });
+    if (!desktop.empty() && !RealFolder(desktop) && m_lister.NotReady)
+        m_lister.NotReady();
+}
+
+bool Listing::RealFolder(const std::string& base)
+{
+    CoreDevFiles* files = nullptr;
+    Resume([&] { files = &GetCoreDevFiles(); });
+    if (!files)
+        return true;
+    const std::string filter = m_lister.Filter.empty() ? "*.*" : m_lister.Filter;
+    // The three reads of a folder: the filter's matches, all files, the
+    // folders; the host serves them from one scan.
+    std::vector<FileEntry> everything;
+    Resume([&] { everything = files->ListFiles(base, "*.*"); });
+    // With the default filter the matches are all files: no second list of
+    // a million names.
+    const bool filtered = filter != "*.*";
+    std::vector<FileEntry> matchedOnly;
+    if (filtered)
+        Resume([&] { matchedOnly = files->ListFiles(base, filter); });
+    std::string reason;
+    Resume([&] { reason = files->FolderError(base); });
+    if (!reason.empty()) {
+        Screen::SetMousePointer(Screen::Default);
+        Resume([&] {
+            GetCoreDevMessages().ShowError(hLangText("Das ausgewählte Laufwerk ist nicht bereit: ",
+                                                     "The selected drive is not ready: ") +
+                                               reason,
+                                           {});
+        });
+        return false;
+    }
+    const std::vector<FileEntry>& matched = filtered ? matchedOnly : everything;
+    int folders = 0;
+    int allFiles = 0;
+    for (const FileEntry& entry : everything)
+        (entry.IsFolder ? folders : allFiles) += 1;
+    int matchedFiles = 0;
+    for (const FileEntry& entry : matched)
+        matchedFiles += entry.IsFolder ? 0 : 1;
+    FolderRows(base, everything);
+    if (!m_lister.FoldersOnly)
+        FileRows(base, matched);
+    WriteFolderCount(m_lister.FoldersOnly ? 0 : matchedFiles, folders,
+                     m_lister.FoldersOnly ? 0 : allFiles);
+    return true;
+}
+
+void Listing::FolderRows(const std::string& base, const std::vector<FileEntry>& entries)
+{
+    const QString qbase = Q(base);
+    const QString dash = QStringLiteral("-");
+    const QString folderType = Q(hLangText("Ordner", "Folder"));
+    const QString closed = QStringLiteral("CLOSED");
+    ListItems& rows = m_c.files.ListItems();
+    for (const FileEntry& entry : entries) {
+        if (!entry.IsFolder)
+            continue;
+        const QString name = Q(entry.Name);
+        const QString path = qbase + name + QLatin1Char('\\');
+        Resume([&] {
+            ListItem& row = rows.Add(path.toUpper(), name, closed, closed);
+            row.SetSubItem(4, QStringLiteral("A:") + path);
+            row.SetSubItem(1, dash);
+            row.SetSubItem(2, folderType);
+            row.SetSubItem(3, dash);
+            row.SetTag(path);
+        });
+    }
+}
+
+void Listing::FileRows(const std::string& base, const std::vector<FileEntry>& matched)
+{
+    const QString qbase = Q(base);
+    FileTypes types;
+    ListItems& rows = m_c.files.ListItems();
+    for (const FileEntry& entry : matched) {
+        if (entry.IsFolder)
+            continue;
+        const QString name = Q(entry.Name);
+        const QString path = qbase + name;
+        Resume([&] {
+            const FileTypes::Type type = types.Of(path, name);
+            ListItem& row = rows.Add(path.toUpper(), name, type.key, type.key);
+            // The last column first, so that the row's columns are sized once.
+            row.SetSubItem(4, QStringLiteral("B:") + path);
+            row.SetSubItem(2, type.text);
+        });
+    }
+}
+
+void Listing::WriteFolderCount(int files, int folders, int allFiles)
+{
+    const std::string plural = files == 1 ? "" : hLangText("en", "s");
+    std::string line;
+    if (files > 0 && folders > 0)
+        line = hLangText(Count(files) + " Datei" + plural + " und " + Count(folders) + " Ordner",
+                         Count(files) + " file" + plural + " and " + Count(folders) + " folders");
+    else if (folders > 0)
+        line = Count(folders) + hLangText(" Ordner", " folders");
+    else if (files > 0)
+        line = Count(files) + hLangText(" Datei", " file") + plural;
+    // An empty folder leaves the line as it was.
+    if (!line.empty())
+        SetCount(m_c.fileCount, line);
+    if (files < allFiles) {
+        const QString link = QStringLiteral(", <A HREF='SHOWALL'>") + Q(Count(allFiles - files)) +
+                             Q(hLangText(" ausgeblendete Dateien", " hidden files")) +
+                             QStringLiteral("</A>");
+        m_c.fileCount.SetCaption(m_c.fileCount.Caption() + link);
+    }
+}
+
+} // namespace
+
+} // namespace fw

@@ -1,0 +1,397 @@
+// The listing engine over real temporary folders and the scripted network:
+// rows and their order, count lines and links, places that are not ready,
+// the pseudo places, the place combo and the deferred completion of rows.
+#include "filechooser/ChooserTestSupport.h"
+
+#include "forms/ImageList.h"
+
+#include <gtest/gtest.h>
+
+using fw::testing::ChooserWorld;
+using fw::testing::ListerForm;
+using Texts = std::vector<std::string>;
+
+namespace {
+
+std::string Row(const fw::ListItem& row)
+{
+    QStringList fields{row.Text(), row.Icon()};
+    for (int column = 1; column <= 4; ++column)
+        fields << row.SubItem(column);
+    fields << row.Tag();
+    return fields.join(QLatin1Char('|')).toStdString();
+}
+
+TEST(FolderLister, CountLineTellsFilesFoldersAndHiddenOnes)
+{
+    struct Case {
+        const char* what;
+        std::initializer_list<std::string> entries;
+        const char* filter;
+        int language;
+        std::string line;
+    };
+    const std::string link = ", <A HREF='SHOWALL'>";
+    const Case cases[] = {
+        {"filter hides two",
+         {"a.txt", "b.txt", "c.TXT", "d.doc", "e"},
+         "*.txt",
+         7,
+         "3 Dateien" + link + "2 ausgeblendete Dateien</A>"},
+        {"filter hides two, English",
+         {"a.txt", "b.txt", "c.TXT", "d.doc", "e"},
+         "*.txt",
+         9,
+         "3 files" + link + "2 hidden files</A>"},
+        {"one file has no plural", {"only.txt"}, "*.*", 7, "1 Datei"},
+        {"one file has no plural, English", {"only.txt"}, "*.*", 9, "1 file"},
+        {"no match but folders",
+         {"x/", "y/", "a.doc", "b.doc", "c.doc"},
+         "*.txt",
+         7,
+         "2 Ordner" + link + "3 ausgeblendete Dateien</A>"},
+        {"files and folders", {"x/", "a.txt", "b.txt"}, "*.*", 9, "2 files and 1 folders"},
+        {"one folder keeps its plural", {"x/"}, "*.*", 7, "1 Ordner"},
+        {"several patterns",
+         {"a.txt", "b.md", "c.doc"},
+         "*.txt;*.md",
+         7,
+         "2 Dateien" + link + "1 ausgeblendete Dateien</A>"},
+        {"an empty folder leaves the line", {}, "*.*", 7, "vorher"},
+    };
+    for (const Case& c : cases) {
+        ChooserWorld world;
+        world.host->language = c.language;
+        world.Make(c.entries);
+        ListerForm form;
+        form.lab_FileCount.SetCaption(QStringLiteral("vorher"));
+        form.lister.Filter = c.filter;
+        form.Goto(world.FolderLocation());
+        EXPECT_EQ(form.CountLine(), c.line) << c.what;
+    }
+}
+
+TEST(FolderLister, FoldersStandAboveFilesWithTheirColumns)
+{
+    ChooserWorld world;
+    world.Make({"b.txt", "Zeta/", "a.xyzq", "alpha/"});
+    ListerForm form;
+    const std::string base = world.FolderLocation();
+    form.Goto(base);
+    const fw::ListItems& rows = form.lst_Files.ListItems();
+    ASSERT_EQ(rows.Count(), 4);
+    EXPECT_EQ(Row(rows.Item(1)),
+              "alpha|CLOSED|-|Ordner|-|A:" + base + "alpha\\|" + base + "alpha\\");
+    EXPECT_EQ(Row(rows.Item(2)).substr(0, 5), "Zeta|");
+    EXPECT_EQ(Row(rows.Item(3)), "a.xyzq|WAITLOAD||Unbekannt||B:" + base + "a.xyzq|");
+    EXPECT_EQ(rows.Item(3).Key().toStdString(),
+              QString::fromStdString(base + "a.xyzq").toUpper().toStdString());
+    EXPECT_EQ(rows.Item(4).Text().toStdString(), "b.txt");
+    EXPECT_EQ(form.lst_Files.ColumnHeaders().Count(), 5);
+    EXPECT_EQ(form.lst_Files.ColumnHeaders().Item(5).Text().toStdString(), "Sortierung");
+    // The pictures are bound again after the fill, the timer waits for its tick.
+    EXPECT_EQ(form.lst_Files.SmallIcons(), &fw::SharedIcons16());
+    EXPECT_EQ(form.lst_Files.Icons(), &fw::SharedIcons32());
+    EXPECT_TRUE(form.tmr_IconLoad.Enabled());
+    EXPECT_EQ(form.places.UpPath, world.Location().substr(0, world.Location().rfind('\\') + 1));
+
+    form.lister.FoldersOnly = true;
+    form.lister.Update();
+    EXPECT_EQ(form.RowTexts(), (Texts{"alpha", "Zeta"}));
+    EXPECT_EQ(form.CountLine(), "2 Ordner");
+}
+
+TEST(FolderLister, FolderThatCannotBeReadIsToldThenLeft)
+{
+    ChooserWorld world;
+    ListerForm form;
+    form.Goto(world.FolderLocation("gone"));
+    // The reason is the system's own text, in whatever language it speaks.
+    const std::string reason = world.host->CoreDevFiles->FolderError(world.FolderLocation("gone"));
+    ASSERT_FALSE(reason.empty());
+    EXPECT_EQ(world.host->callsTo("ShowError"),
+              Texts{"ShowError(Das ausgewählte Laufwerk ist nicht bereit: " + reason + "|)"});
+    EXPECT_EQ(form.notReady, 1);
+    EXPECT_EQ(form.lst_Files.ListItems().Count(), 0);
+}
+
+TEST(FolderLister, NetworkLevelsListWhatTheServiceAnswers)
+{
+    struct Case {
+        const char* place;
+        Texts rows;
+        std::string line;
+        std::string up;
+        int ghosted;
+    };
+    const Case cases[] = {
+        {"NETHOOD:\\", {"Firma", "Labor"}, "2 Domäne/n gefunden", "DESKTOP:\\", 0},
+        {"NETHOOD:\\Firma\\", {"pc1", "pc2"}, "2 Rechner in der Domäne Firma", "NETHOOD:\\", 0},
+        {"NETHOOD:\\Firma\\pc1\\",
+         {"daten", "fotos", "C$", "ADMIN$"},
+         "4 Freigaben (davon 2 versteckte Freigaben) auf Rechner pc1",
+         "NETHOOD:\\Firma\\",
+         2},
+        {"NETHOOD:\\Firma\\pc2\\",
+         {"public"},
+         "1 Freigaben auf Rechner pc2",
+         "NETHOOD:\\Firma\\",
+         0},
+        {"NETHOOD:\\Labor\\", {}, "0 Rechner in der Domäne Labor", "NETHOOD:\\", 0},
+    };
+    for (const Case& c : cases) {
+        ChooserWorld world(false);
+        world.host->network.domains = {"Firma", "Labor"};
+        world.host->network.hosts["Firma"] = {"pc1", "pc2"};
+        world.host->network.shares["pc1"] = {"C$", "daten", "ADMIN$", "fotos"};
+        world.host->network.shares["pc2"] = {"public"};
+        ListerForm form;
+        form.Goto(c.place);
+        EXPECT_EQ(form.RowTexts(), c.rows) << c.place;
+        EXPECT_EQ(form.CountLine(), c.line) << c.place;
+        EXPECT_EQ(form.places.UpPath, c.up) << c.place;
+        int ghosted = 0;
+        for (int i = 1; i <= form.lst_Files.ListItems().Count(); ++i)
+            ghosted += form.lst_Files.ListItems().Item(i).Ghosted() ? 1 : 0;
+        EXPECT_EQ(ghosted, c.ghosted) << c.place;
+    }
+    ChooserWorld world(false);
+    world.host->language = 9;
+    world.host->network.shares["pc2"] = {"public"};
+    ListerForm form;
+    form.Goto("NETHOOD:\\Firma\\pc2\\");
+    EXPECT_EQ(form.CountLine(), "1 Shares on worksation pc2");
+    EXPECT_EQ(form.lst_Files.ListItems().Item(1).Key().toStdString(), "\\\\pc2\\public\\");
+}
+
+TEST(FolderLister, DriveListAndPlaceComboShowTheDriveClasses)
+{
+    ChooserWorld world(false);
+    world.host->language = 9;
+    world.host->driveTypes = {{"C:", 3}, {"D:", 2}, {"E:", 4}, {"F:", 5}, {"G:", 1}, {"H:", 6}};
+    world.host->volumeLabels = {{"C:", "System"}, {"D:", "STICK"}};
+    world.host->network.mapped["E:"] = "\\\\server\\daten";
+    ListerForm form;
+    form.places.Domain = "Firma";
+    form.Goto("WORKSTATION:\\");
+    EXPECT_EQ(form.RowTexts(), (Texts{"System (C:)", "Removable drive (D:)",
+                                      "daten auf server (E:)", "CD (F:)", "RAM drive (H:)"}));
+    EXPECT_EQ(form.CountLine(), "5 Objects in my computer");
+    EXPECT_EQ(Row(form.lst_Files.ListItems().Item(2)),
+              "Removable drive (D:)|DRIVE.REMOVABLE||||A:Removable drive (D:)|D:\\");
+    EXPECT_EQ(form.places.UpPath, "DESKTOP:\\");
+
+    // The combo spells the removable fallback its own way.
+    std::vector<std::string> items;
+    for (int i = 1; i <= form.lst_Folder.ComboItems().Count(); ++i) {
+        const fw::ComboItem& item = form.lst_Folder.ComboItems().Item(i);
+        items.push_back(item.Key().toStdString() + "|" + item.Text().toStdString() + "|" +
+                        std::to_string(item.Indentation()));
+    }
+    EXPECT_EQ(items, (Texts{"DESKTOP:\\|Desktop|0", "USER:\\|My files|1",
+                            "WORKSTATION:\\|Workstation|1", "C:\\|System (C:)|2",
+                            "D:\\|Removeable drive (D:)|2", "E:\\|daten auf server (E:)|2",
+                            "F:\\|CD (F:)|2", "H:\\|RAM drive (H:)|2", "NETHOOD:\\|Network|1"}));
+    ASSERT_NE(form.lst_Folder.SelectedItem(), nullptr);
+    EXPECT_EQ(form.lst_Folder.SelectedItem()->Key().toStdString(), "WORKSTATION:\\");
+}
+
+TEST(FolderLister, PlaceComboOpensTheCurrentFolderBehindItsDrive)
+{
+    ChooserWorld world(false);
+    world.host->driveTypes = {{"C:", 3}, {"D:", 3}};
+    ListerForm form;
+    form.places.SharedPath = "C:\\srv\\";
+    form.places.CurrentPath = "c:\\Home\\Anna\\";
+    form.places.CurrentDrive = "c:";
+    form.lister.BuildPlaceTree();
+    Texts items;
+    for (int i = 1; i <= form.lst_Folder.ComboItems().Count(); ++i) {
+        const fw::ComboItem& item = form.lst_Folder.ComboItems().Item(i);
+        items.push_back(item.Key().toStdString() + "|" + item.Image().toString().toStdString() +
+                        "|" + std::to_string(item.Indentation()));
+    }
+    EXPECT_EQ(items,
+              (Texts{"DESKTOP:\\|DESKTOP|0", "USER:\\|USER|1", "SHARED:\\|USERS|1",
+                     "WORKSTATION:\\|WORKSTATION|1", "C:\\|DRIVE.HDD|2", "C:\\HOME\\|CLOSED|3",
+                     "C:\\HOME\\ANNA\\|OPEN|4", "D:\\|DRIVE.HDD|2", "NETHOOD:\\|NETHOOD|1"}));
+    ASSERT_NE(form.lst_Folder.SelectedItem(), nullptr);
+    EXPECT_EQ(form.lst_Folder.SelectedItem()->Key().toStdString(), "C:\\HOME\\ANNA\\");
+}
+
+TEST(FolderLister, DesktopRootShowsItsPlacesThenTheDesktopFolder)
+{
+    struct Case {
+        const char* what;
+        std::string shared, samples;
+        Texts rows;
+    };
+    const Case cases[] = {
+        {"without shared and samples",
+         "",
+         "",
+         {"Eigene Dateien", "Arbeitsplatz", "Netzwerkumgebung", "Projekte", "notiz.txt"}},
+        {"with both",
+         "C:\\srv\\",
+         "C:\\opt\\",
+         {"Eigene Dateien", "Gemeinsame Dateien", "Beispiele", "Arbeitsplatz", "Netzwerkumgebung",
+          "Projekte", "notiz.txt"}},
+    };
+    for (const Case& c : cases) {
+        ChooserWorld world;
+        world.Make({"Desktop/", "Desktop/Projekte/", "Desktop/notiz.txt"});
+        world.host->folders.desktop = world.Location("Desktop");
+        ListerForm form;
+        form.places.SharedPath = c.shared;
+        form.places.SamplesPath = c.samples;
+        form.Goto("DESKTOP:\\");
+        EXPECT_EQ(form.RowTexts(), c.rows) << c.what;
+        EXPECT_EQ(form.lst_Files.ListItems().Item(1).Tag().toStdString(), "USER:\\") << c.what;
+        EXPECT_EQ(form.places.UpPath, "") << c.what;
+    }
+}
+
+TEST(FolderLister, FavouritesViewListsBothListsWithTheirPictures)
+{
+    ChooserWorld world(false);
+    ListerForm form;
+    form.favourites.App = world.host->CoreDevRegistry->NewFavoriteList();
+    form.favourites.User = world.host->CoreDevRegistry->NewFavoriteList();
+    form.favourites.App->Add({"Projekte", "", "Ico\\16\\Computer\\Folders\\Star.ico", "C:\\p\\"});
+    form.favourites.User->Add({"Fotos", "", "", "C:\\f\\"});
+    form.Goto("FAVORITES:\\");
+    const fw::ListItems& rows = form.lst_Files.ListItems();
+    ASSERT_EQ(rows.Count(), 2);
+    EXPECT_EQ(rows.Item(1).Key().toStdString(), "C:\\p\\");
+    EXPECT_EQ(rows.Item(1).SmallIcon().toStdString(), "Ico\\16\\Computer\\Folders\\Star.ico");
+    EXPECT_EQ(rows.Item(1).Icon().toStdString(), "Ico\\32\\Computer\\Folders\\Star.ico");
+    EXPECT_EQ(rows.Item(2).Icon().toStdString(), "FAVORITE");
+    EXPECT_EQ(form.CountLine(), "2 favorisierte Ordner");
+    EXPECT_EQ(form.places.UpPath, "FAVORITES:\\");
+    EXPECT_EQ(form.lst_Folder.ComboItems().Item(1).Key().toStdString(), "FAVORITES:\\");
+}
+
+TEST(FolderLister, IconTickCompletesOneRowAndLooksUpOneTypePerTick)
+{
+    ChooserWorld world;
+    // Extensions of this test only: the shared lists live for the process.
+    world.host->setRegistry(fw::HiveClassesRoot, ".tka\\", "tkafile");
+    world.host->setRegistry(fw::HiveClassesRoot, "tkafile\\", "Tick-A-Datei");
+    world.host->setRegistry(fw::HiveClassesRoot, "tkafile\\DefaultIcon\\", "tka.dll,3");
+    world.host->setRegistry(fw::HiveClassesRoot, ".tkb\\DefaultIcon\\", "tkb-icon");
+    world.host->setRegistry(fw::HiveClassesRoot, ".tkc\\", "tkcfile");
+    world.host->setRegistry(fw::HiveClassesRoot, ".tkd\\", "tkdfile");
+    world.host->setRegistry(fw::HiveClassesRoot, "tkdfile\\DefaultIcon\\", "tkd.dll");
+    world.Make({"d/", "1.tka", "2.tkb", "3.tkc", "4.tka", "5.tkd"});
+    ListerForm form;
+    form.Goto(world.FolderLocation());
+    const fw::ListItems& rows = form.lst_Files.ListItems();
+    struct Tick {
+        Texts rows; ///< text|icon|size|type|date of the rows 2 to 5
+        Texts lookups;
+    };
+    const auto state = [&] {
+        Texts texts;
+        for (int i = 2; i <= rows.Count(); ++i) {
+            const fw::ListItem& row = rows.Item(i);
+            const std::string date = row.SubItem(3).toStdString();
+            texts.push_back(row.Text().toStdString() + "|" + row.Icon().toStdString() + "|" +
+                            row.SubItem(1).toStdString() + "|" + row.SubItem(2).toStdString() +
+                            "|" + (date.size() == 10 ? "date" : date));
+        }
+        return texts;
+    };
+    const std::string waiting = "|WAITLOAD||Unbekannt|";
+    const Tick ticks[] = {
+        {{"1.tka|WAITLOAD|0 Bytes|Unbekannt|date", "2.tkb" + waiting, "3.tkc" + waiting,
+          "4.tka" + waiting, "5.tkd" + waiting},
+         {}},
+        {{"1.tka|EXT.TKA|0 Bytes|Tick-A-Datei|date", "2.tkb|WAITLOAD|0 Bytes|Unbekannt|date",
+          "3.tkc" + waiting, "4.tka" + waiting, "5.tkd" + waiting},
+         {"ExtractIcon(tka.dll|3|16|16777214)"}},
+        {{"1.tka|EXT.TKA|0 Bytes|Tick-A-Datei|date", "2.tkb|EXT.TKB|0 Bytes||date",
+          "3.tkc|WAITLOAD|0 Bytes|Unbekannt|date", "4.tka" + waiting, "5.tkd" + waiting},
+         {"ExtractIcon(tkb-icon|0|16|16777214)"}},
+        // A type without a picture adds nothing: the row keeps the question mark.
+        {{"1.tka|EXT.TKA|0 Bytes|Tick-A-Datei|date", "2.tkb|EXT.TKB|0 Bytes||date",
+          "3.tkc|WAITLOAD|0 Bytes|Unbekannt|date", "4.tka|WAITLOAD|0 Bytes|Unbekannt|date",
+          "5.tkd" + waiting},
+         {}},
+        // A cached type gives its picture and leaves the row's type text.
+        {{"1.tka|EXT.TKA|0 Bytes|Tick-A-Datei|date", "2.tkb|EXT.TKB|0 Bytes||date",
+          "3.tkc|WAITLOAD|0 Bytes|Unbekannt|date", "4.tka|EXT.TKA|0 Bytes|Unbekannt|date",
+          "5.tkd|WAITLOAD|0 Bytes|Unbekannt|date"},
+         {}},
+        // The tick's one lookup went to the type without a picture again.
+        {{"1.tka|EXT.TKA|0 Bytes|Tick-A-Datei|date", "2.tkb|EXT.TKB|0 Bytes||date",
+          "3.tkc|WAITLOAD|0 Bytes|Unbekannt|date", "4.tka|EXT.TKA|0 Bytes|Unbekannt|date",
+          "5.tkd|WAITLOAD|0 Bytes|Unbekannt|date"},
+         {}},
+    };
+    for (std::size_t i = 0; i < std::size(ticks); ++i) {
+        world.host->clearCalls();
+        form.lister.IconTick();
+        EXPECT_FALSE(form.tmr_IconLoad.Enabled()) << "tick " << i;
+        EXPECT_EQ(state(), ticks[i].rows) << "tick " << i;
+        EXPECT_EQ(world.host->callsTo("ExtractIcon"), ticks[i].lookups) << "tick " << i;
+    }
+
+    // Known now: a new listing gives the type's picture and text at once.
+    form.lister.Update();
+    EXPECT_EQ(Row(rows.Item(5)).substr(0, 27), "4.tka|EXT.TKA||Tick-A-Datei");
+}
+
+TEST(FolderLister, IconTickGivesRowsWithoutAFileTwoDashes)
+{
+    ChooserWorld world(false);
+    world.host->network.shares["pc1"] = {"daten"};
+    ListerForm form;
+    form.Goto("NETHOOD:\\Firma\\pc1\\");
+    form.lister.IconTick();
+    EXPECT_EQ(Row(form.lst_Files.ListItems().Item(1)), "daten|CLOSED|-||-||");
+}
+
+} // namespace
+
+namespace {
+
+TEST(FolderLister, SharedPicturesFillOnceAndTakeFavouriteIcons)
+{
+    ChooserWorld world(false);
+    ListerForm form; // fills the lists, if no chooser of this process did
+    fw::ImageList& small = fw::SharedIcons16();
+    fw::ImageList& large = fw::SharedIcons32();
+    const Texts smallOrder{"FAVORITES",  "FAVORITE",  "DESKTOP",   "WORKSTATION",
+                           "NETHOOD",    "OPEN",      "CLOSED",    "USER",
+                           "USERS",      "SAMPLES",   "DRIVE.HDD", "DRIVE.CD",
+                           "DRIVE.DISC", "DRIVE.NET", "DRIVE.RAM", "DRIVE.REMOVABLE",
+                           "WAITLOAD",   "NONE",      "FILE"};
+    Texts largeOrder = smallOrder;
+    largeOrder.insert(largeOrder.begin() + 16, "FILE");
+    largeOrder.pop_back();
+    for (std::size_t i = 0; i < smallOrder.size(); ++i) {
+        EXPECT_EQ(small.Key(int(i) + 1).toStdString(), smallOrder[i]);
+        EXPECT_EQ(large.Key(int(i) + 1).toStdString(), largeOrder[i]);
+    }
+    EXPECT_EQ(small.MaskColor(), 0xFFFFFEu);
+    world.host->clearCalls();
+    fw::FillSharedImages(0);
+    EXPECT_FALSE(world.host->wasCalled("LoadPicture"));
+    EXPECT_EQ(small.MaskColor(), 0xFFFFFEu);
+
+    // A favourite's icon that does not load shows the abort sign.
+    world.host->failing.insert("LoadPicture");
+    fw::AddIcon("Ico\\16\\Computer\\Folders\\Broken.ico");
+    EXPECT_EQ(world.host->callsTo("LoadPicture"),
+              (Texts{"LoadPicture(Ico\\16\\Computer\\Folders\\Broken.ico)",
+                     "LoadPicture(Ico\\16\\Computer\\Signs\\abort.ico)",
+                     "LoadPicture(Ico\\32\\Computer\\Folders\\Broken.ico)",
+                     "LoadPicture(Ico\\32\\Computer\\Signs\\abort.ico)"}));
+    EXPECT_TRUE(small.Exists(QStringLiteral("Ico\\16\\Computer\\Folders\\Broken.ico")));
+    EXPECT_TRUE(large.Exists(QStringLiteral("Ico\\32\\Computer\\Folders\\Broken.ico")));
+    world.host->clearCalls();
+    fw::AddIcon("Ico\\16\\Computer\\Folders\\Broken.ico");
+    EXPECT_FALSE(world.host->wasCalled("LoadPicture"));
+}
+
+} // namespace

@@ -1,0 +1,239 @@
+// The image combo, filled from code and chosen from by mouse and keys.
+#include "forms/ControlError.h"
+#include "forms/Form.h"
+#include "forms/ImageCombo.h"
+#include "forms/ImageList.h"
+#include "forms/ListView.h"
+#include "forms/Screen.h"
+#include "forms/testing/UserInput.h"
+
+#include <QAbstractItemView>
+#include <QComboBox>
+#include <QTest>
+#include <gtest/gtest.h>
+
+using namespace fw;
+using namespace fw::testing;
+
+// Readable QStrings in test failures.
+inline void PrintTo(const QString& text, std::ostream* os)
+{
+    *os << '"' << text.toStdString() << '"';
+}
+
+namespace {
+
+const QRgb kDrive = qRgb(0, 0, 200);
+const QRgb kFolder = qRgb(220, 160, 0);
+const QRgb kOpen = qRgb(0, 160, 0);
+
+QImage filled(QRgb colour, int size)
+{
+    QImage image(size, size, QImage::Format_ARGB32);
+    image.fill(colour);
+    return image;
+}
+
+// The first column from the left that shows colour within a rectangle, -1 if none.
+int firstColumnOf(const QImage& image, const QRect& area, QRgb colour)
+{
+    for (int x = area.left(); x <= area.right(); ++x)
+        for (int y = area.top(); y <= area.bottom(); ++y)
+            if (image.pixel(x, y) == colour)
+                return x;
+    return -1;
+}
+
+class ComboForm : public Form {
+  public:
+    ComboForm() : Form(QStringLiteral("frm_Combo"))
+    {
+        window()->resize(400, 300);
+        img16 = Add<ImageList>(QStringLiteral("img_Icon16"));
+        img16->Add(QStringLiteral("DRIVE"), filled(kDrive, 16));
+        img16->Add(QStringLiteral("CLOSED"), filled(kFolder, 16));
+        img16->Add(QStringLiteral("OPEN"), filled(kOpen, 16));
+        cbo = Add<ImageCombo>(QStringLiteral("lst_Folder"));
+        cbo->Move(ToTwips(10), ToTwips(10), ToTwips(300), ToTwips(26));
+        lst = Add<ListView>(QStringLiteral("lst_Files"));
+        lst->Move(ToTwips(10), ToTwips(50), ToTwips(300), ToTwips(200));
+    }
+    ImageList* img16;
+    ImageCombo* cbo;
+    ListView* lst;
+};
+
+class ImageComboTest : public ::testing::Test {
+  public:
+    ComboForm form;
+    ComboItems& items = form.cbo->ComboItems();
+    QComboBox& box = *form.cbo->comboBox();
+    std::vector<QString> clicks;
+
+    void SetUp() override
+    {
+        form.cbo->Click = [this] {
+            clicks.push_back(form.cbo->SelectedItem() ? form.cbo->SelectedItem()->Key() : "-");
+        };
+        form.Show();
+        ProcessEvents();
+    }
+    void TearDown() override { form.Unload(); }
+
+    void fillPlaces()
+    {
+        form.cbo->SetImageList(nullptr); // as a fill may run unbound
+        items.Add(0, "C:\\", "System (C:)", "DRIVE", {}, 0);
+        items.Add(0, "C:\\HOME\\", "home", "CLOSED", "OPEN", 1);
+        items.Add(0, "C:\\HOME\\ANNA\\", "anna", "CLOSED", "OPEN", 2);
+        items.Add(0, "D:\\", "Daten (D:)", "DRIVE", {}, 0);
+        form.cbo->SetImageList(form.img16);
+    }
+    // Opens the list from the keyboard and clicks the row of item index.
+    void pick(int index)
+    {
+        Focus(*form.cbo);
+        PressKey(form, Qt::Key_F4);
+        QAbstractItemView* view = box.view();
+        ASSERT_TRUE(view->isVisible());
+        const QRect row = view->visualRect(view->model()->index(index - 1, 0));
+        QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, row.center());
+        ProcessEvents();
+    }
+};
+
+TEST_F(ImageComboTest, FillingAndChoosingFromCodeRaiseNoClick)
+{
+    fillPlaces();
+    EXPECT_EQ(items.Count(), 4);
+    EXPECT_EQ(form.cbo->SelectedItem(), nullptr) << "a fill chooses nothing of its own";
+    EXPECT_EQ(box.currentIndex(), -1);
+    form.cbo->SetSelectedItem(&items.Item("C:\\HOME\\ANNA\\"));
+    EXPECT_EQ(box.currentText(), "anna");
+    // Refilling in front of the chosen item moves it, but keeps it chosen.
+    items.Add(1, "DESKTOP", "Desktop", "CLOSED");
+    EXPECT_EQ(form.cbo->SelectedItem()->Index(), 4);
+    EXPECT_EQ(box.currentText(), "anna");
+    items.Remove(form.cbo->SelectedItem()->Index());
+    EXPECT_EQ(form.cbo->SelectedItem(), nullptr);
+    items.Clear();
+    fillPlaces();
+    form.cbo->SetSelectedItem(&items.Item(2));
+    EXPECT_TRUE(clicks.empty());
+}
+
+TEST_F(ImageComboTest, TheUsersChoiceByMouseOrKeyRaisesClickWithTheItemChosen)
+{
+    fillPlaces();
+    form.cbo->SetSelectedItem(&items.Item(1));
+    struct Step {
+        const char* name;
+        std::function<void(ImageComboTest&)> act;
+        const char* chosen;
+    };
+    const std::vector<Step> steps{
+        {"mouse", [](ImageComboTest& t) { t.pick(3); }, "C:\\HOME\\ANNA\\"},
+        {"arrow down", [](ImageComboTest& t) { PressKey(t.form, Qt::Key_Down); }, "D:\\"},
+        {"arrow up", [](ImageComboTest& t) { PressKey(t.form, Qt::Key_Up); }, "C:\\HOME\\ANNA\\"},
+        {"mouse on the first", [](ImageComboTest& t) { t.pick(1); }, "C:\\"},
+    };
+    Focus(*form.cbo);
+    for (const Step& step : steps) {
+        clicks.clear();
+        step.act(*this);
+        ASSERT_NE(form.cbo->SelectedItem(), nullptr) << step.name;
+        EXPECT_EQ(form.cbo->SelectedItem()->Key(), step.chosen) << step.name;
+        EXPECT_EQ(clicks, std::vector<QString>{step.chosen}) << step.name;
+    }
+}
+
+TEST_F(ImageComboTest, KeysAreUniqueAndLookupsFollowTheClassicCollection)
+{
+    fillPlaces();
+    const struct {
+        const char* name;
+        std::function<void()> act;
+        int error;
+    } cases[] = {
+        {"taken key", [&] { items.Add(0, "D:\\", "again"); }, ControlError::KeyNotUnique},
+        {"numeric key", [&] { items.Add(0, "12", "number"); }, ControlError::InvalidKey},
+        {"index beyond", [&] { items.Add(9, "E:\\", "far"); }, ControlError::IndexOutOfBounds},
+        {"missing key", [&] { items.Item("X:\\"); }, ControlError::ElementNotFound},
+        {"index 0", [&] { items.Item(0); }, ControlError::IndexOutOfBounds},
+        {"remove beyond", [&] { items.Remove(5); }, ControlError::IndexOutOfBounds},
+    };
+    for (const auto& c : cases) {
+        try {
+            c.act();
+            ADD_FAILURE() << c.name << " raised nothing";
+        } catch (const ControlError& error) {
+            EXPECT_EQ(error.Number(), c.error) << c.name;
+        }
+    }
+    EXPECT_EQ(items.Count(), 4);
+    EXPECT_EQ(items.Find("X:\\"), nullptr);
+    EXPECT_EQ(items.Find("D:\\"), &items.Item(4));
+    EXPECT_EQ(items.Item(2).Indentation(), 1);
+    EXPECT_EQ(items.Item(2).Image().toString(), "CLOSED");
+    items.Add(0, {}, "no key"); // keys may be left out, more than once
+    items.Add(0, {}, "no key either");
+    EXPECT_EQ(items.Count(), 6);
+}
+
+TEST_F(ImageComboTest, OpenListIndentsEachLevelAndTheBoxShowsTheChosenPicture)
+{
+    fillPlaces();
+    form.cbo->SetSelectedItem(&items.Item(4)); // lit rows show a tinted picture
+    Focus(*form.cbo);
+    PressKey(form, Qt::Key_F4);
+    QAbstractItemView* view = box.view();
+    ASSERT_TRUE(view->isVisible());
+    const QImage shown = view->viewport()->grab().toImage();
+    const auto iconLeft = [&](int index, QRgb colour) {
+        const QRect row = view->visualRect(view->model()->index(index - 1, 0));
+        return firstColumnOf(shown, row.intersected(shown.rect()), colour);
+    };
+    const int drive = iconLeft(1, kDrive);
+    ASSERT_GE(drive, 0);
+    EXPECT_NEAR(iconLeft(2, kFolder) - drive, 10, 2);
+    EXPECT_NEAR(iconLeft(3, kFolder) - drive, 20, 2);
+    QTest::keyClick(view, Qt::Key_Escape); // the open list has the keyboard
+    EXPECT_FALSE(view->isVisible());
+    form.cbo->SetSelectedItem(&items.Item(2));
+    const QImage closed = form.cbo->widget()->grab().toImage();
+    EXPECT_GE(firstColumnOf(closed, closed.rect(), kOpen), 0) << "the picture of the chosen";
+    EXPECT_TRUE(clicks.empty());
+}
+
+TEST_F(ImageComboTest, SixteenAndThirtyTwoPixelListsServeTheComboAndAListAtOnce)
+{
+    auto* img32 = form.Add<ImageList>(QStringLiteral("img_Icon32"));
+    img32->SetImageSize(32, 32);
+    img32->Add("CLOSED", filled(kOpen, 32));
+    fillPlaces();
+    form.lst->SetIcons(img32);
+    form.lst->SetSmallIcons(form.img16);
+    form.lst->ListItems().Add("C:\\A.TXT", "a.txt", "CLOSED", "CLOSED");
+    // A picture replaced in the shared list shows in the combo after a refresh.
+    form.img16->Clear();
+    form.img16->Add("DRIVE", filled(kOpen, 16));
+    form.img16->Add("CLOSED", filled(kDrive, 16));
+    form.cbo->Refresh();
+    form.cbo->SetSelectedItem(&items.Item(1));
+    ProcessEvents();
+    const QImage shownBox = form.cbo->widget()->grab().toImage();
+    EXPECT_GE(firstColumnOf(shownBox, shownBox.rect(), kOpen), 0);
+    const auto listIcon = [&] {
+        auto* view = static_cast<QAbstractItemView*>(form.lst->viewport()->parentWidget());
+        return view->model()->index(0, 0).data(Qt::DecorationRole).value<QIcon>();
+    };
+    for (const auto& [view, size, colour] :
+         {std::tuple{lvwIcon, 32, kOpen}, std::tuple{lvwReport, 16, kDrive}}) {
+        form.lst->SetView(view);
+        const QImage icon = listIcon().pixmap(size).toImage();
+        EXPECT_EQ(icon.width(), size) << view;
+        EXPECT_EQ(icon.pixel(size / 2, size / 2), colour) << view;
+    }
+}
+
+} // namespace

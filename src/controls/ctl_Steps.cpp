@@ -95,6 +95,20 @@ class StepEntry : public QAbstractButton {
                    theme::DisplayCaption(m_caption));
     }
 
+    bool event(QEvent* event) override
+    {
+        // A button animates its accelerator and clicks a tenth of a second
+        // later; the strip acts at once, as a menu accelerator does.
+        if (event->type() == QEvent::Shortcut && isEnabled()) {
+            auto* shortcut = static_cast<QShortcutEvent*>(event);
+            if (shortcut->key() == this->shortcut()) {
+                click();
+                return true;
+            }
+        }
+        return QAbstractButton::event(event);
+    }
+
     void keyPressEvent(QKeyEvent* event) override
     {
         switch (event->key()) {

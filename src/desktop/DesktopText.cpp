@@ -41,6 +41,8 @@ char sepOf(const std::string& path)
 {
     const bool back = path.find('\\') != std::string::npos;
     const bool slash = path.find('/') != std::string::npos;
+    if (!back && !slash) // "D:" is a drive, named with backslashes
+        return path.find(':') != std::string::npos ? '\\' : '/';
     return back && !slash ? '\\' : '/';
 }
 
@@ -54,6 +56,76 @@ std::string withoutTrailingSeps(std::string path)
     while (path.size() > 1 && isSep(path.back()))
         path.pop_back();
     return path;
+}
+
+bool isUnc(const std::string& path)
+{
+    return path.size() >= 2 && path[0] == '\\' && path[1] == '\\';
+}
+
+// The colon of a drive or pseudo path ("C:", "C:\x", "DESKTOP:\"): before any
+// separator and followed by one or by nothing. npos for anything else, so a
+// name with a colon of its own is no drive.
+std::size_t driveColon(const std::string& path)
+{
+    const std::size_t colon = path.find(':');
+    if (colon == 0 || colon == std::string::npos || colon > path.find_first_of("/\\"))
+        return std::string::npos;
+    return colon + 1 == path.size() || isSep(path[colon + 1]) ? colon : std::string::npos;
+}
+
+// How much of a folder (ending in a separator) ".." never climbs above: the
+// drive or pseudo root, the share of a UNC path or the Linux root.
+std::size_t rootLength(const std::string& folder)
+{
+    if (isUnc(folder)) {
+        const std::size_t host = folder.find_first_of("/\\", 2);
+        const std::size_t share =
+            host == std::string::npos ? host : folder.find_first_of("/\\", host + 1);
+        return share == std::string::npos ? folder.size() : share + 1;
+    }
+    if (const std::size_t colon = driveColon(folder); colon != std::string::npos)
+        return std::min(colon + 2, folder.size());
+    return !folder.empty() && folder[0] == '/' ? 1 : 0;
+}
+
+// A relative folder whose last step is a ".." it could not take.
+bool endsInUnresolvedStep(const std::string& folder)
+{
+    const std::size_t n = folder.size();
+    return n >= 3 && folder.compare(n - 3, 2, "..") == 0 && (n == 3 || isSep(folder[n - 4]));
+}
+
+// One level up from a folder ending in a separator, never above its root.
+void climb(std::string& folder, std::size_t root)
+{
+    const std::size_t previous = folder.find_last_of("/\\", folder.size() - 2);
+    folder.resize(previous == std::string::npos || previous + 1 < root ? root : previous + 1);
+}
+
+// Appends a relative name to a folder ending in a separator, with "." and
+// ".." steps taken: "sub\..\x.txt" below "C:\a\" is "C:\a\x.txt".
+std::string withDotsResolved(std::string folder, const std::string& name)
+{
+    const char sep = folder.back();
+    const std::size_t root = rootLength(folder);
+    for (std::size_t at = 0; at <= name.size();) {
+        const std::size_t end = std::min(name.find_first_of("/\\", at), name.size());
+        const std::string part = name.substr(at, end - at);
+        const bool last = end == name.size();
+        if (part == "..") {
+            if (folder.size() > root && !endsInUnresolvedStep(folder))
+                climb(folder, root);
+            else if (root == 0)
+                folder += part + sep; // a relative folder keeps the steps it cannot take
+        } else if (!part.empty() && part != ".") {
+            folder += part;
+            if (!last)
+                folder += sep;
+        }
+        at = end + 1;
+    }
+    return folder;
 }
 
 } // namespace
@@ -115,20 +187,14 @@ std::string DesktopText::AddBackslash(const std::string& path)
 
 std::string DesktopText::DrivePart(const std::string& path)
 {
-    if (path.size() >= 2 && isSep(path[0]) && isSep(path[1])) {
-        // A UNC path: the host and share components.
-        std::size_t host = path.find_first_of("/\\", 2);
-        if (host == std::string::npos)
-            return path + sepOf(path);
-        std::size_t share = path.find_first_of("/\\", host + 1);
-        return share == std::string::npos ? path + path[host] : path.substr(0, share + 1);
+    if (isUnc(path)) {
+        const std::size_t host = path.find_first_of("/\\", 2);
+        const std::size_t share =
+            host == std::string::npos ? host : path.find_first_of("/\\", host + 1);
+        return withoutTrailingSeps(path.substr(0, share));
     }
-    const std::size_t colon = path.find(':');
-    if (colon != std::string::npos && colon > 0 && path.find_first_of("/\\") > colon) {
-        if (colon + 1 < path.size() && isSep(path[colon + 1]))
-            return path.substr(0, colon + 2);
-        return path.substr(0, colon + 1) + '\\';
-    }
+    if (const std::size_t colon = driveColon(path); colon != std::string::npos)
+        return path.substr(0, colon + 1);
     if (!path.empty() && path[0] == '/')
         return "/";
     return {};
@@ -178,10 +244,20 @@ std::string DesktopText::Combine(const std::string& folder, const std::string& n
 {
     if (folder.empty())
         return name;
-    std::size_t skip = 0;
-    while (skip < name.size() && isSep(name[skip]))
-        ++skip;
-    return AddBackslash(folder) + name.substr(skip);
+    // A typed "D:\x" or "\\server\share" names its own place.
+    if (isUnc(name) || driveColon(name) != std::string::npos)
+        return name;
+    // A folder without separators takes those of the name it is combined with.
+    const bool plain = lastSep(folder) == std::string::npos && lastSep(name) != std::string::npos;
+    std::string base = plain ? folder + sepOf(name) : AddBackslash(folder);
+    std::size_t start = 0;
+    while (start < name.size() && isSep(name[start]))
+        ++start;
+    // "\tmp" below "C:\home\" is "C:\tmp", as on any drive; Linux and
+    // resource paths keep the name below the folder.
+    if (start == 1 && name[0] == '\\' && driveColon(base) != std::string::npos)
+        base.resize(rootLength(base));
+    return withDotsResolved(base, name.substr(start));
 }
 
 std::string DesktopText::TypedPath(const std::string& typed)

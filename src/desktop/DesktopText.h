@@ -15,19 +15,28 @@ namespace fw::desktop {
 /// not made by Pack gives false, the whole text as first and an empty second.
 ///
 /// Paths: both "/" and "\" separate, because the dialogs use the same helper
-/// on real paths and on backslash resource paths. AddBackslash and Combine add
-/// the separator the path already uses ("\" if it has a backslash and no
-/// slash, else "/"); the names are kept from the interface.
-///  - AddBackslash("/a/b") "/a/b/"; empty stays empty.
-///  - DrivePart: "/" of an absolute path, "X:\" of "X:\..." or of a pseudo path
-///    "DESKTOP:\...", "\\host\share\" of a UNC path, else empty.
-///  - FolderPart("/a/b/c.txt") "/a/b/": everything up to the last separator.
-///  - FileName("/a/b/c.txt") "c.txt": everything after it.
+/// on location strings ("C:\home\anna\x.txt"), on Linux paths and on
+/// backslash resource paths. AddBackslash and Combine add the separator the
+/// path already uses ("\" if it has a backslash and no slash, or is a drive
+/// such as "D:"; else "/"); the names are kept from the interface. Names with
+/// escaped characters (LocationPaths.h) hold no separator and split like any.
+///  - AddBackslash("/a/b") "/a/b/", ("D:") "D:\"; empty stays empty.
+///  - DrivePart: "C:" of "C:\..." and of "C:", "DESKTOP:" of a pseudo path,
+///    "\\host\share" of a UNC path, "/" of a Linux path, else empty ("sub\x",
+///    "..\x", and a name with a colon of its own such as "a:b.txt").
+///  - FolderPart("C:\a\b.txt") "C:\a\": everything up to the last separator;
+///    empty for "D:" and for a bare name.
+///  - FileName("C:\a\b.txt") "b.txt": everything after it.
 ///  - Extension("c.tar.gz") "gz", without the dot; empty for ".profile".
 ///  - FolderName("/a/b/") and FolderName("/a/b") "b": the last named component.
-///  - ParentPath("/a/b/c") and ("/a/b/c/") "/a/b/"; the root has none ("").
+///  - ParentPath("C:\a\b") and ("C:\a\b\") "C:\a\"; a root has none ("").
 ///  - ParentText("/a/b/c") "b": the parent's name.
-///  - Combine("/a", "b") "/a/b"; an empty folder gives the name.
+///  - Combine(folder, name): name below folder, with "." and ".." steps taken
+///    but never above the folder's drive, share or "/" ("C:\a\" + "..\x" is
+///    "C:\x"). A name that is a place of its own ("D:\x", "\\srv\share")
+///    stands alone; a name with one leading "\" goes below the drive of a
+///    drive folder ("\tmp" below "C:\a\" is "C:\tmp"). An empty folder gives
+///    the name.
 class DesktopText final : public CoreDevText, WordHelper, PairHelper, PathHelper {
   public:
     WordHelper& Words() override { return *this; }

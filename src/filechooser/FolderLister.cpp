@@ -17,6 +17,7 @@
 
 #include <QComboBox> // ImageCombo.h needs the complete type for its inline accessor
 #include <QHash>
+#include <QStringBuilder>
 
 namespace fw {
 
@@ -102,15 +103,23 @@ class FileTypes {
         QString text;
     };
 
-    Type Of(const QString& path, const QString& name)
+    Type Of(QStringView path, const QString& name)
     {
         const qsizetype dot = name.lastIndexOf(QLatin1Char('.'));
-        const QString ext = dot <= 0 ? QString() : name.mid(dot + 1).toUpper();
+        const QStringView spelt = dot <= 0 ? QStringView() : QStringView(name).mid(dot + 1);
+        // Neighbouring files mostly share their extension: no text is made
+        // for the lookup then.
+        if (m_hasLast && spelt == m_lastSpelt)
+            return m_lastType;
+        const QString ext = spelt.toString().toUpper();
         if (IsExecutable(ext))
-            return {Existing(OwnPicture(path)), m_application};
+            return {Existing(OwnPicture(path.toString())), m_application};
         auto known = m_byExtension.constFind(ext);
         if (known == m_byExtension.constEnd())
             known = m_byExtension.insert(ext, ByExtension(ext));
+        m_hasLast = true;
+        m_lastSpelt = spelt.toString();
+        m_lastType = *known;
         return *known;
     }
 
@@ -157,6 +166,9 @@ class FileTypes {
     QString m_unknown;
     QString m_application;
     QHash<QString, Type> m_byExtension;
+    bool m_hasLast = false;
+    QString m_lastSpelt;
+    Type m_lastType;
 };
 
 } // namespace
@@ -505,11 +517,12 @@ bool Listing::RealFolder(const std::string& base)
     // folders; the host serves them from one scan.
     std::vector<FileEntry> everything;
     Resume([&] { everything = files->ListFiles(base, "*.*"); });
-    std::vector<FileEntry> matchedEntries;
-    if (filter == "*.*")
-        matchedEntries = everything;
-    else
-        Resume([&] { matchedEntries = files->ListFiles(base, filter); });
+    // With the default filter the matches are all files: no second list of
+    // a million names.
+    const bool filtered = filter != "*.*";
+    std::vector<FileEntry> matchedOnly;
+    if (filtered)
+        Resume([&] { matchedOnly = files->ListFiles(base, filter); });
     std::string reason;
     Resume([&] { reason = files->FolderError(base); });
     if (!reason.empty()) {
@@ -522,19 +535,18 @@ bool Listing::RealFolder(const std::string& base)
         });
         return false;
     }
-    std::vector<FileEntry> matched;
-    matched.reserve(matchedEntries.size());
-    for (FileEntry& entry : matchedEntries)
-        if (!entry.IsFolder)
-            matched.push_back(std::move(entry));
+    const std::vector<FileEntry>& matched = filtered ? matchedOnly : everything;
     int folders = 0;
     int allFiles = 0;
     for (const FileEntry& entry : everything)
         (entry.IsFolder ? folders : allFiles) += 1;
+    int matchedFiles = 0;
+    for (const FileEntry& entry : matched)
+        matchedFiles += entry.IsFolder ? 0 : 1;
     FolderRows(base, everything);
     if (!m_lister.FoldersOnly)
         FileRows(base, matched);
-    WriteFolderCount(m_lister.FoldersOnly ? 0 : int(matched.size()), folders,
+    WriteFolderCount(m_lister.FoldersOnly ? 0 : matchedFiles, folders,
                      m_lister.FoldersOnly ? 0 : allFiles);
     return true;
 }
@@ -553,10 +565,10 @@ void Listing::FolderRows(const std::string& base, const std::vector<FileEntry>& 
         const QString path = qbase + name + QLatin1Char('\\');
         Resume([&] {
             ListItem& row = rows.Add(path.toUpper(), name, closed, closed);
+            row.SetSubItem(4, QStringLiteral("A:") + path);
             row.SetSubItem(1, dash);
             row.SetSubItem(2, folderType);
             row.SetSubItem(3, dash);
-            row.SetSubItem(4, QStringLiteral("A:") + path);
             row.SetTag(path);
         });
     }
@@ -568,13 +580,19 @@ void Listing::FileRows(const std::string& base, const std::vector<FileEntry>& ma
     FileTypes types;
     ListItems& rows = m_c.files.ListItems();
     for (const FileEntry& entry : matched) {
+        if (entry.IsFolder)
+            continue;
         const QString name = Q(entry.Name);
-        const QString path = qbase + name;
+        // The sort key holds the path; the row's key is made from it, so
+        // that a row costs as few texts as it shows.
+        const QString sortKey = QStringLiteral("B:") % qbase % name;
+        const QStringView path = QStringView(sortKey).mid(2);
         Resume([&] {
             const FileTypes::Type type = types.Of(path, name);
-            ListItem& row = rows.Add(path.toUpper(), name, type.key, type.key);
+            ListItem& row = rows.Add(path.toString().toUpper(), name, type.key, type.key);
+            // The last column first, so that the row's columns are sized once.
+            row.SetSubItem(4, sortKey);
             row.SetSubItem(2, type.text);
-            row.SetSubItem(4, QStringLiteral("B:") + path);
         });
     }
 }

@@ -201,7 +201,12 @@ void frm_DialogFolderFavorite::Form_Load()
     } else {
         (ForUser ? opt_FavUser : opt_FavApp)->SetValue(true);
     }
-    Resume([&] { txt_Text->SetFocus(); });
+    // The name is asked first; typing replaces the proposal.
+    Resume([&] {
+        txt_Text->SetFocus();
+        txt_Text->SetSelStart(0);
+        txt_Text->SetSelLength(int(txt_Text->Text().size()));
+    });
 }
 
 void frm_DialogFolderFavorite::showIcon(const QString& path)

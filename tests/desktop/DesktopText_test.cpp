@@ -3,6 +3,7 @@
 #include "desktop/DesktopColours.h"
 #include "desktop/DesktopHost.h"
 #include "desktop/DesktopText.h"
+#include "desktop/LocationPaths.h"
 #include "host/CoreDev.h"
 
 #include <QTemporaryDir>
@@ -55,37 +56,98 @@ TEST(DesktopText, WordsSplitAtTheSeparator)
     EXPECT_EQ(words.TextBefore("xANDy", "and", true), "x");
 }
 
-TEST(DesktopText, PathsWorkOnRealAndResourcePaths)
+// How the chooser splits a typed name into drive, folder and name and
+// combines a relative folder with the current location; the same tools serve
+// Linux and resource paths.
+TEST(DesktopText, PathsSplitAndCombineLocationsLinuxAndResourcePaths)
 {
     DesktopText text;
     auto& paths = text.Paths();
-    EXPECT_EQ(paths.AddBackslash("/home/u"), "/home/u/");
-    EXPECT_EQ(paths.AddBackslash("/home/u/"), "/home/u/");
-    EXPECT_EQ(paths.AddBackslash("Ico\\20"), "Ico\\20\\");
-    EXPECT_EQ(paths.AddBackslash(""), "");
-    EXPECT_EQ(paths.DrivePart("/home/u"), "/");
-    EXPECT_EQ(paths.DrivePart("DESKTOP:\\a"), "DESKTOP:\\");
-    EXPECT_EQ(paths.DrivePart("\\\\host\\share\\x"), "\\\\host\\share\\");
-    EXPECT_EQ(paths.DrivePart("relative/x"), "");
-    EXPECT_EQ(paths.FolderPart("/a/b/c.txt"), "/a/b/");
-    EXPECT_EQ(paths.FileName("/a/b/c.txt"), "c.txt");
-    EXPECT_EQ(paths.FileName("Ico\\20\\Signs\\OK.ico"), "OK.ico");
-    EXPECT_EQ(paths.Extension("Ico\\20\\Signs\\OK.ico"), "ico");
-    EXPECT_EQ(paths.Extension("/a/b.tar.gz"), "gz");
-    EXPECT_EQ(paths.Extension("/a/.profile"), "");
-    EXPECT_EQ(paths.Extension("/a.b/c"), "");
-    EXPECT_EQ(paths.FolderName("/a/b/"), "b");
-    EXPECT_EQ(paths.FolderName("Ico\\20\\Signs"), "Signs");
-    EXPECT_EQ(paths.FolderName("/"), "");
-    EXPECT_EQ(paths.ParentPath("/a/b/c"), "/a/b/");
-    EXPECT_EQ(paths.ParentPath("/a/b/c/"), "/a/b/");
-    EXPECT_EQ(paths.ParentPath("/a"), "/");
-    EXPECT_EQ(paths.ParentPath("/"), "");
-    EXPECT_EQ(paths.ParentText("/a/b/c"), "b");
-    EXPECT_EQ(paths.Combine("/a", "b.txt"), "/a/b.txt");
-    EXPECT_EQ(paths.Combine("/a/", "/b.txt"), "/a/b.txt");
-    EXPECT_EQ(paths.Combine("Ico\\20", "x.ico"), "Ico\\20\\x.ico");
-    EXPECT_EQ(paths.Combine("", "b"), "b");
+    const std::string odd = fw::desktop::NameToLocation("a\\b:c\n.txt"); // escaped characters
+    struct Row {
+        const char* op;
+        std::string path;
+        std::string name; ///< Combine's second argument
+        std::string expected;
+    };
+    const Row rows[] = {
+        {"AddBackslash", "/home/u", "", "/home/u/"},
+        {"AddBackslash", "/home/u/", "", "/home/u/"},
+        {"AddBackslash", "Ico\\20", "", "Ico\\20\\"},
+        {"AddBackslash", "D:", "", "D:\\"},
+        {"AddBackslash", "", "", ""},
+        {"DrivePart", "C:\\home\\anna\\x.txt", "", "C:"},
+        {"DrivePart", "C:\\", "", "C:"},
+        {"DrivePart", "D:", "", "D:"},
+        {"DrivePart", "DESKTOP:\\a", "", "DESKTOP:"},
+        {"DrivePart", "\\\\server\\share\\dir\\", "", "\\\\server\\share"},
+        {"DrivePart", "\\\\server", "", "\\\\server"},
+        {"DrivePart", "/home/u", "", "/"},
+        {"DrivePart", "sub\\x.txt", "", ""},
+        {"DrivePart", "..\\x", "", ""},
+        {"DrivePart", "a:b.txt", "", ""},
+        {"DrivePart", "C:\\tmp\\" + odd, "", "C:"},
+        {"FolderPart", "C:\\home\\anna\\x.txt", "", "C:\\home\\anna\\"},
+        {"FolderPart", "C:\\", "", "C:\\"},
+        {"FolderPart", "D:", "", ""},
+        {"FolderPart", "sub\\x.txt", "", "sub\\"},
+        {"FolderPart", "..\\x", "", "..\\"},
+        {"FolderPart", "x.txt", "", ""},
+        {"FolderPart", "C:\\tmp\\" + odd, "", "C:\\tmp\\"},
+        {"FolderPart", "\\\\server\\share\\dir\\", "", "\\\\server\\share\\dir\\"},
+        {"FileName", "C:\\home\\anna\\x.txt", "", "x.txt"},
+        {"FileName", "C:\\", "", ""},
+        {"FileName", "C:\\tmp\\" + odd, "", odd},
+        {"FileName", "Ico\\20\\Signs\\OK.ico", "", "OK.ico"},
+        {"FileName", "sub\\x.txt", "", "x.txt"},
+        {"Extension", "C:\\tmp\\" + odd, "", "txt"},
+        {"Extension", "/a/b.tar.gz", "", "gz"},
+        {"Extension", "/a/.profile", "", ""},
+        {"Extension", "/a.b/c", "", ""},
+        {"FolderName", "/a/b/", "", "b"},
+        {"FolderName", "Ico\\20\\Signs", "", "Signs"},
+        {"FolderName", "/", "", ""},
+        {"ParentPath", "C:\\home\\anna\\", "", "C:\\home\\"},
+        {"ParentPath", "C:\\home", "", "C:\\"},
+        {"ParentPath", "C:\\", "", ""},
+        {"ParentPath", "\\\\server\\share\\dir\\", "", "\\\\server\\share\\"},
+        {"ParentPath", "/a/b/c", "", "/a/b/"},
+        {"ParentPath", "/a", "", "/"},
+        {"ParentPath", "/", "", ""},
+        {"ParentText", "/a/b/c", "", "b"},
+        {"Combine", "C:\\home\\anna\\", "sub\\", "C:\\home\\anna\\sub\\"},
+        {"Combine", "C:\\home\\anna", "x.txt", "C:\\home\\anna\\x.txt"},
+        {"Combine", "C:\\home\\anna\\", "..\\", "C:\\home\\"},
+        {"Combine", "C:\\home\\anna\\", "..\\..\\..\\..\\x", "C:\\x"},
+        {"Combine", "C:\\home\\anna\\", ".\\sub\\..\\y.txt", "C:\\home\\anna\\y.txt"},
+        {"Combine", "C:\\home\\anna\\", "D:\\", "D:\\"},
+        {"Combine", "C:\\home\\anna\\", "C:\\tmp\\", "C:\\tmp\\"},
+        {"Combine", "C:\\home\\anna\\", "\\tmp\\", "C:\\tmp\\"},
+        {"Combine", "C:\\home\\anna\\", "\\\\server\\share\\", "\\\\server\\share\\"},
+        {"Combine", "\\\\server\\share\\dir\\", "..\\..\\", "\\\\server\\share\\"},
+        {"Combine", "C:\\tmp\\", odd, "C:\\tmp\\" + odd},
+        {"Combine", "C:\\tmp\\", "...", "C:\\tmp\\..."},
+        {"Combine", "/a", "b.txt", "/a/b.txt"},
+        {"Combine", "/a/", "/b.txt", "/a/b.txt"},
+        {"Combine", "/a/b/", "../c", "/a/c"},
+        {"Combine", "Ico\\20", "x.ico", "Ico\\20\\x.ico"},
+        {"Combine", "sub", "..\\..\\x", "..\\x"},
+        {"Combine", "", "b", "b"},
+    };
+    for (const Row& row : rows) {
+        const std::string op = row.op;
+        const std::string& p = row.path;
+        const std::string actual = op == "AddBackslash" ? paths.AddBackslash(p)
+                                   : op == "DrivePart"  ? paths.DrivePart(p)
+                                   : op == "FolderPart" ? paths.FolderPart(p)
+                                   : op == "FileName"   ? paths.FileName(p)
+                                   : op == "Extension"  ? paths.Extension(p)
+                                   : op == "FolderName" ? paths.FolderName(p)
+                                   : op == "ParentPath" ? paths.ParentPath(p)
+                                   : op == "ParentText" ? paths.ParentText(p)
+                                                        : paths.Combine(p, row.name);
+        EXPECT_EQ(actual, row.expected) << op << "(" << p << ", " << row.name << ")";
+    }
 }
 
 TEST(DesktopNumbers, CommaAndPointAreDecimalSeparatorsAndMinusLeads)

@@ -4,6 +4,7 @@
 #include "forms/ImageList.h"
 #include "forms/ListView.h"
 #include "forms/Screen.h"
+#include "forms/StdControls.h"
 #include "forms/testing/ListInput.h"
 #include "forms/testing/UserInput.h"
 
@@ -315,6 +316,89 @@ TEST_F(ListViewTest, HeadersReportClicksAndTakeTranslatedTextsAndSorting)
     form.lst->SetSorted(true);
     EXPECT_EQ(shownInOrder(), QStringList({"Emil", "Dora", "Carla", "Berta", "Bernd", "Anna"}));
     EXPECT_EQ(selected(), "Carla");
+}
+
+TEST_F(ListViewTest, AFileListHearsTheMouseKeysAndFocusItActsOn)
+{
+    auto* name = form.Add<TextBox>(QStringLiteral("txt_Filename"));
+    name->Move(0, ToTwips(310), ToTwips(100), ToTwips(24));
+    form.lst->SetView(lvwReport);
+    ProcessEvents();
+    // As a file chooser does: the row under a pressed pointer, found from twips.
+    form.lst->MouseDown = [this](int button, int shift, float x, float y) {
+        const ListItem* hit = form.lst->HitTest(x, y);
+        events.push_back("down" + std::to_string(button) + std::to_string(shift) + ":" +
+                         (hit ? hit->Text().toStdString() : "-"));
+    };
+    form.lst->MouseMove = [this](int button, int, float x, float y) {
+        const ListItem* hit = form.lst->HitTest(x, y);
+        if (button)
+            events.push_back("move" + std::to_string(button) + ":" +
+                             (hit ? hit->Text().toStdString() : "-"));
+    };
+    form.lst->KeyDown = [this](int& code, int) { events.push_back("key" + std::to_string(code)); };
+    form.lst->GotFocus = [this] { events.push_back("gotfocus"); };
+    form.lst->LostFocus = [this] { events.push_back("lostfocus"); };
+    const auto at = [this](const char* text) { return form.lst->ItemRect(row(text)).center(); };
+    struct Step {
+        const char* name;
+        std::function<void()> act;
+        std::vector<std::string> events;
+    };
+    const std::vector<Step> steps{
+        {"focus leaves", [&] { Focus(*name); }, {"lostfocus"}},
+        {"focus arrives", [&] { Focus(*form.lst); }, {"gotfocus"}},
+        {"right button on a row",
+         [&] {
+             QTest::mousePress(form.lst->viewport(), Qt::RightButton, Qt::ShiftModifier,
+                               at("Dora"));
+             QTest::mouseRelease(form.lst->viewport(), Qt::RightButton, {}, at("Dora"));
+         },
+         {"down21:Dora"}},
+        {"drag over rows",
+         [&] {
+             QTest::mousePress(form.lst->viewport(), Qt::LeftButton, {}, at("Berta"));
+             QMouseEvent move(QEvent::MouseMove, at("Carla"),
+                              form.lst->viewport()->mapToGlobal(at("Carla")), Qt::NoButton,
+                              Qt::LeftButton, Qt::NoModifier);
+             QApplication::sendEvent(form.lst->viewport(), &move);
+             QTest::mouseRelease(form.lst->viewport(), Qt::LeftButton, {}, at("Carla"));
+         },
+         {"down10:Berta", "move1:Carla", "click:Carla"}},
+        {"backspace", [&] { PressKey(form, Qt::Key_Backspace); }, {"key8"}},
+        {"arrow down", [&] { PressKey(form, Qt::Key_Down); }, {"key40", "click:Dora"}},
+        {"type-ahead", [&] { Type(form, "e"); }, {"key69", "click:Emil"}},
+    };
+    for (const Step& step : steps) {
+        events.clear();
+        step.act();
+        EXPECT_EQ(events, step.events) << step.name;
+    }
+}
+
+TEST_F(ListViewTest, MousePointerShowsTheHourglassOrTheOwnPicture)
+{
+    QWidget* list = form.lst->widget();
+    QImage arrow(32, 32, QImage::Format_ARGB32);
+    arrow.fill(qRgb(200, 0, 0));
+    form.lst->SetMouseIcon(arrow);
+    const struct {
+        int pointer;
+        Qt::CursorShape shape;
+        bool own;
+    } cases[] = {{11, Qt::WaitCursor, true},
+                 {99, Qt::BitmapCursor, true},
+                 {2, Qt::CrossCursor, true},
+                 {0, Qt::ArrowCursor, false},
+                 {42, Qt::ArrowCursor, false}};
+    for (const auto& c : cases) {
+        form.lst->SetMousePointer(c.pointer);
+        EXPECT_EQ(form.lst->MousePointer(), c.pointer);
+        EXPECT_EQ(list->testAttribute(Qt::WA_SetCursor), c.own) << c.pointer;
+        EXPECT_EQ(list->cursor().shape(), c.shape) << c.pointer;
+    }
+    form.lst->SetMousePointer(99);
+    EXPECT_EQ(list->cursor().pixmap().toImage().pixel(5, 5), qRgb(200, 0, 0));
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 // the place strip make of it, and what reaches the host.
 #include "ChooserTestSupport.h"
 #include "controls/ctl_Button.h"
+#include "controls/ctl_CmdBar.h"
 #include "controls/ctl_Label.h"
 #include "controls/ctl_Steps.h"
 #include "desktop/DesktopFiles.h"
@@ -350,6 +351,39 @@ TEST_F(FileChooser, RowsKeysAndStripMoveBetweenPlaces)
     });
     EXPECT_EQ(ctx->Request.Result, 1);
     EXPECT_EQ(Chosen(*ctx), Location("top.txt"));
+}
+
+struct HelpSink : EventSink {
+    std::vector<std::string> names;
+    void Notify(Form&, const std::string& name) override { names.push_back(name); }
+};
+
+TEST_F(FileChooser, ViewMenuHelpAndRightClickReachTheHost)
+{
+    MakeFiles({"a.txt"});
+    auto ctx = Request(1);
+    auto help = std::make_shared<HelpSink>();
+    ctx->EventLink.EventSink = help;
+    Run(ctx, [&](frm_DialogFile& f) {
+        host().queueMenuChoice("VIEW.DETAILS");
+        testing::Click(*f.but_View);
+        EXPECT_EQ(f.lst_Files->View(), 3);
+        EXPECT_EQ(host().registryValue(HiveCurrentUser,
+                                       "Software\\Valdrenix\\Core\\Settings\\FolderView"),
+                  "3");
+        // Help stays open and reaches the host once the click has returned.
+        f.bar_Buttons->Press(QStringLiteral("HELP"));
+        EXPECT_TRUE(help->names.empty());
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !help->names.empty(); }, 1000));
+        EXPECT_EQ(help->names, std::vector<std::string>{"FILE.HELP"});
+        // A right click on a row offers "Öffnen"; choosing it opens the row.
+        host().queueMenuChoice("OPEN");
+        const QRect row = f.lst_Files->ItemRect(f.lst_Files->ListItems().Item(1));
+        QTest::mousePress(f.lst_Files->viewport(), Qt::RightButton, {}, row.center());
+        WaitClosed(f);
+    });
+    EXPECT_EQ(ctx->Request.Result, 1);
+    EXPECT_EQ(Chosen(*ctx), Location("a.txt"));
 }
 
 struct LayoutCase {

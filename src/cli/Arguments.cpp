@@ -1,6 +1,8 @@
 #include "cli/Arguments.h"
 
-#include <QStringDecoder>
+#include "cli/EscapedBytes.h"
+#include "cli/Options.h"
+
 #include <clocale>
 #include <cstring>
 #include <iconv.h>
@@ -10,15 +12,6 @@
 namespace fw::cli {
 
 namespace {
-
-std::optional<QString> strictUtf8(const QByteArray& bytes)
-{
-    QStringDecoder decoder(QStringConverter::Utf8, QStringConverter::Flag::Stateless);
-    QString text = decoder.decode(bytes);
-    if (decoder.hasError())
-        return std::nullopt;
-    return text;
-}
 
 // glibc's iconv knows every encoding a locale can name; Qt's own converters
 // know only the Unicode ones and Latin-1.
@@ -60,15 +53,19 @@ QStringList DecodeArguments(int argc, char** argv, void (*warn)(const QString& l
     QStringList args;
     for (int i = 1; i < argc; ++i) {
         const QByteArray bytes(argv[i]);
+        // Undecodable bytes stay as escapes, so that a file name reaches the
+        // file unchanged; only a text shows them as U+FFFD, and only then is
+        // it news.
         std::optional<QString> text =
-            readsAsUtf8(codeset) ? strictUtf8(bytes) : fromCodeset(bytes, codeset);
-        if (!text) {
-            text = QString::fromUtf8(bytes);
+            readsAsUtf8(codeset) ? std::nullopt : fromCodeset(bytes, codeset);
+        if (!text)
+            text = DecodeEscaped(bytes);
+        const bool isPath = TakesBytes(args.value(i - 2), *text);
+        if (HoldsEscapedBytes(*text) && !isPath)
             warn(QStringLiteral("argument %1 \"%2\" is not valid %3 text; the bytes that do not "
                                 "decode read as \uFFFD")
                      .arg(i)
-                     .arg(*text, encoding));
-        }
+                     .arg(WithReplacementCharacters(*text), encoding));
         args << *text;
     }
     return args;

@@ -8,8 +8,10 @@
 namespace fw::cli {
 
 /// Decodes argv[1..] with the locale's encoding (UTF-8 in the C locale).
-/// For each argument that does not decode, warns() gets a line that names it;
-/// the bytes that do not decode then read as U+FFFD.
+/// Bytes that do not decode are kept as escapes (EscapedBytes.h). For each
+/// such argument warn() gets a line that names it, unless it is the value of
+/// an option that takes a file's bytes (TakesBytes); texts show those bytes as
+/// U+FFFD.
 QStringList DecodeArguments(int argc, char** argv, void (*warn)(const QString& line));
 
 } // namespace fw::cli

@@ -5,6 +5,7 @@
 #include "cli/DialogProfiles.h"
 #include "cli/DialogRuns.h"
 #include "cli/DisplayReach.h"
+#include "cli/EscapedBytes.h"
 #include "cli/Members.h"
 #include "cli/Options.h"
 #include "cli/RunDeadline.h"
@@ -203,6 +204,42 @@ Outcome screenshot(Form& form, const QString& path)
     return {};
 }
 
+// The bytes --plain prints of one answer value: texts exactly as the file
+// system or the user gave them, a pair as two lines, the rest as JSON has it.
+QByteArray plainBytes(const QJsonValue& value)
+{
+    if (value.isString())
+        return EncodeEscaped(value.toString());
+    if (value.isArray()) {
+        QByteArrayList lines;
+        for (const QJsonValue& part : value.toArray())
+            lines << plainBytes(part);
+        return lines.join('\n');
+    }
+    if (value.isObject())
+        return QJsonDocument(value.toObject()).toJson(QJsonDocument::Compact);
+    if (value.isBool())
+        return value.toBool() ? "true" : "false";
+    return QByteArray::number(value.toInteger());
+}
+
+// Raw bytes go past the text stream's encoding when it writes to a device;
+// a stream on a string (a host running the command in-process) gets text.
+void writePlain(const QString& dialog, const QJsonObject& answer, QTextStream& out)
+{
+    const DialogProfile* profile = FindProfile(dialog);
+    const QString member = profile ? profile->plainMember : QString();
+    const QJsonValue result = answer.value(QStringLiteral("Result"));
+    if (!member.isEmpty() && (result.toInt() != ResultOk || !answer.contains(member)))
+        return; // a cancelled choice prints nothing, as shell scripts expect
+    const QByteArray bytes = plainBytes(member.isEmpty() ? result : answer.value(member)) + '\n';
+    out.flush();
+    if (QIODevice* device = out.device())
+        device->write(bytes);
+    else
+        out << DecodeEscaped(bytes);
+}
+
 Outcome runDialog(const Invocation& inv, QTextStream& out)
 {
     auto context = std::make_shared<DialogContext>();
@@ -268,7 +305,10 @@ Outcome runDialog(const Invocation& inv, QTextStream& out)
         return shown;
     if (timedOut)
         answer = TimedOutAnswer();
-    out << QJsonDocument(answer).toJson(QJsonDocument::Compact) << '\n';
+    if (!inv.plain)
+        out << QJsonDocument(answer).toJson(QJsonDocument::Compact) << '\n';
+    else if (!timedOut) // a dialog nobody answered has no value
+        writePlain(inv.dialog, answer, out);
     out.flush();
     if (timedOut)
         return {ExitTimedOut, deadline->Notice()};

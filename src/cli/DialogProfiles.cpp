@@ -21,27 +21,43 @@ const QHash<QString, DialogProfile>& profiles()
              prompt + QStringList{"Texts.Description2", "Request.Flags", "Public.DialogMode"},
              "A button's underlined letter answers that button; F12 gives the default answer, "
              "Shift+F12 the second one and Escape the escape answer (Flags 4: No, 7)."},
-            {"frm_DialogInput", input, okCancel},
+            {"frm_DialogInput", input, okCancel, false, "InputText"},
             {"frm_DialogInputMulti", input,
-             "Ctrl+Return answers OK (1), Return breaks the line, Escape answers Cancel (2)."},
+             "Ctrl+Return answers OK (1), Return breaks the line, Escape answers Cancel (2).",
+             false, "InputText"},
             {"frm_DialogInputDbl", prompt + QStringList{"Texts.Description2", "Texts.DefaultText"},
              "Return in the first box goes on to the second, Return there answers OK (1); "
              "Escape answers Cancel (2).",
-             true},
+             true, "InputText"},
             {"frm_DialogPassword", prompt + QStringList{"Texts.OldValue"},
-             "Tab goes from box to box; " + okCancel},
+             "Tab goes from box to box; " + okCancel, false, "InputText"},
             {"frm_DialogText", prompt + QStringList{"Request.Subtitle", "Request.Flags"},
              "Shift+Tab reaches OK and Return answers it (1); Escape does not close it."},
             {"frm_DialogProcess", prompt + QStringList{"Request.Subtitle"},
              "Escape aborts (2); the end of standard input closes it (0)."},
             {"frm_DialogCritical",
              {"Request.Title", "Texts.Description"},
-             "1 to 3 choose an option and Return goes on (1); Escape leaves (2)."},
-            {"frm_DialogColor", {}, okCancel},
-            {"frm_DialogMonitor", {}, "A click on a monitor picks it (1); Escape leaves (2)."},
+             "1 to 3 choose an option and Return goes on (1); Escape leaves (2).",
+             false,
+             "ChoiceIndex"},
+            {"frm_DialogColor", {}, okCancel, false, "ColorHex"},
+            {"frm_DialogMonitor",
+             {},
+             "A click on a monitor picks it (1); Escape leaves (2).",
+             false,
+             "Monitor"},
             {"frm_DialogNumericTouch",
              {"Texts.Description", "Texts.DefaultText"},
-             "Return confirms (1); the X closes it with the box unchanged (2)."},
+             "Return confirms (1); the X closes it with the box unchanged (2).",
+             false,
+             "Value"},
+            {"frm_DialogFile",
+             {"Request.Title", "Request.Mode", "Request.FilterList", "Request.FilterIndex",
+              "Request.OverwritePrompt", "Items.ItemList", "Items.DefaultExtension"},
+             "Return in the name box answers OK with the typed name or goes into the folder "
+             "named (1); Escape answers Cancel (2). It prints the chosen file as \"File\".",
+             false,
+             "File"},
             {"frm_DialogXMLInspector", {}, "Return answers OK (1); Escape does not close it."},
             {"frm_InternetFTPConsole",
              {},
@@ -70,6 +86,9 @@ bool OptionApplies(const Option& option, const QString& dialog)
     case Setting::Member:
     case Setting::Icon: // fills Request.Icon beside IconPath; the profiles name IconPath
         return profile && profile->takes(QLatin1String(option.member));
+    case Setting::Mode:
+        return profile && (profile->takes(QStringLiteral("Public.DialogMode")) ||
+                           profile->takes(QStringLiteral("Request.Mode")));
     case Setting::PairSecond:
         return profile && profile->takesPairs && profile->takes(QLatin1String(option.member));
     case Setting::TextFile:

@@ -18,6 +18,9 @@ struct DialogProfile {
     QString keys;
     /// Whether its texts come in pairs (two prompts, two defaults).
     bool takesPairs = false;
+    /// The answer member that --plain prints, only when the dialog was
+    /// answered with OK; empty: the result code, whatever it is.
+    QString plainMember = {};
 
     bool takes(const QString& path) const { return members.contains(path); }
 };

@@ -15,6 +15,7 @@ const DialogRun* FindDialogRun(const QString& dialog)
         {QStringLiteral("frm_DialogNumericTouch"), NumericTouchRun()},
         {QStringLiteral("frm_DialogXMLInspector"), XmlInspectorRun()},
         {QStringLiteral("frm_InternetFTPConsole"), FtpConsoleRun()},
+        {QStringLiteral("frm_DialogFile"), FileChooserRun()},
     };
     const auto it = table.constFind(dialog);
     return it == table.cend() ? nullptr : &*it;

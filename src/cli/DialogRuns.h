@@ -65,5 +65,6 @@ DialogRun ColorRun();
 DialogRun NumericTouchRun();
 DialogRun XmlInspectorRun();
 DialogRun FtpConsoleRun();
+DialogRun FileChooserRun();
 
 } // namespace fw::cli

@@ -1,5 +1,6 @@
 #include "cli/Members.h"
 
+#include "cli/EscapedBytes.h"
 #include "host/mdl_CoreDevWrapper.h"
 
 #include <QJsonArray>
@@ -11,15 +12,26 @@ namespace fw::cli {
 
 namespace {
 
+// Texts of the records are bytes: a path in them may be no UTF-8 at all, and
+// "\udcXX" in JSON stands for such a byte.
+std::string bytesOf(const QJsonValue& v)
+{
+    return EncodeEscaped(v.toString()).toStdString();
+}
+QString textOf(const std::string& bytes)
+{
+    return DecodeEscaped(QByteArrayView(bytes.data(), qsizetype(bytes.size())));
+}
+
 // Accessors made from pointers to members: the record in DialogContext, then
 // the member in that record.
 template <auto Record, auto Field> QJsonValue getText(const DialogContext& c)
 {
-    return QString::fromStdString((c.*Record).*Field);
+    return textOf((c.*Record).*Field);
 }
 template <auto Record, auto Field> void setText(DialogContext& c, const QJsonValue& v)
 {
-    (c.*Record).*Field = v.toString().toStdString();
+    (c.*Record).*Field = bytesOf(v);
 }
 template <auto Record, auto Field> void setTextOrPair(DialogContext& c, const QJsonValue& v)
 {
@@ -28,8 +40,7 @@ template <auto Record, auto Field> void setTextOrPair(DialogContext& c, const QJ
         return;
     }
     const QJsonArray pair = v.toArray();
-    (c.*Record).*Field = GetCoreDevText().Pairs().Pack(pair.at(0).toString().toStdString(),
-                                                       pair.at(1).toString().toStdString());
+    (c.*Record).*Field = GetCoreDevText().Pairs().Pack(bytesOf(pair.at(0)), bytesOf(pair.at(1)));
 }
 template <auto Record, auto Field> QJsonValue getInt(const DialogContext& c)
 {
@@ -52,7 +63,7 @@ template <auto Record, auto Field> QJsonValue getList(const DialogContext& c)
 {
     QJsonArray array;
     for (const std::string& item : ((c.*Record).*Field).items())
-        array.append(QString::fromStdString(item));
+        array.append(textOf(item));
     return array;
 }
 template <auto Record, auto Field> void setList(DialogContext& c, const QJsonValue& v)
@@ -60,7 +71,7 @@ template <auto Record, auto Field> void setList(DialogContext& c, const QJsonVal
     StringList& list = (c.*Record).*Field;
     list.Clear();
     for (const QJsonValue& item : v.toArray())
-        list.Add(item.toString().toStdString());
+        list.Add(bytesOf(item));
 }
 // Icons travel as text (a resource path); a picture cannot come from the command line.
 template <auto Record, auto Field> QJsonValue getIcon(const DialogContext& c)

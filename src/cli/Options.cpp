@@ -31,7 +31,8 @@ constexpr std::array kOptions{
            "5 Retry/Cancel"},
     Option{"icon", "PATH", Setting::Icon, "Request.IconPath",
            "icon resource path, such as Ico\\32\\Computer\\Signs\\Question.ico"},
-    Option{"mode", "N", Setting::Member, "Public.DialogMode", "the message dialog's DialogMode"},
+    Option{"mode", "N", Setting::Mode, nullptr,
+           "the message dialog's DialogMode; open or save (1 or 2) for frm_DialogFile"},
     Option{"default", "TEXT", Setting::Member, "Texts.DefaultText",
            "text the input box starts with (the first box of frm_DialogInputDbl)"},
     Option{"default2", "TEXT", Setting::PairSecond, "Texts.DefaultText",
@@ -52,6 +53,20 @@ constexpr std::array kOptions{
     Option{"xml", "FILE", Setting::Extra, nullptr, "the XML file frm_DialogXMLInspector shows"},
     Option{"ftp", "HOST[:PORT]", Setting::Extra, nullptr,
            "the FTP server frm_InternetFTPConsole talks to (port 21 unless given)"},
+    Option{"file", "PATH", Setting::Extra, nullptr,
+           "the file frm_DialogFile proposes; a folder path ending in \"/\" starts there"},
+    Option{"folder", "PATH", Setting::Extra, nullptr,
+           "the folder frm_DialogFile starts in when --file names none"},
+    Option{"filter", "LABEL|PATTERN", Setting::Extra, nullptr,
+           "a row of frm_DialogFile's file type list, such as \"Texte|*.txt;*.md\" "
+           "(repeatable, in order)"},
+    Option{"filter-index", "N", Setting::Member, "Request.FilterIndex",
+           "the --filter row to start with, from 1"},
+    Option{"default-ext", "EXT", Setting::Member, "Items.DefaultExtension",
+           "extension a saved name without one gets"},
+    Option{"overwrite-prompt", nullptr, Setting::Member, "Request.OverwritePrompt",
+           "ask before a save replaces an existing file"},
+    Option{"no-search", nullptr, Setting::Extra, nullptr, "hide frm_DialogFile's search box"},
     Option{"touch", nullptr, Setting::Touch, nullptr,
            "touch mode for this run: a click in a text box brings up the on-screen keyboard"},
     Option{"language", "de|en", Setting::Language, nullptr,
@@ -63,6 +78,9 @@ constexpr std::array kOptions{
     Option{"timeout", "SECONDS", Setting::Timeout, nullptr,
            "end the dialog unanswered after SECONDS (fractions allowed, 0 for no limit): it "
            "prints {\"Result\":0,\"TimedOut\":true} and exits 124"},
+    Option{"plain", nullptr, Setting::Plain, nullptr,
+           "print only the answer's main value (a path as raw bytes, a text, a colour, a "
+           "choice) and a newline; nothing when the dialog is cancelled"},
     Option{"list", nullptr, Setting::List, nullptr, "print the dialog names and exit"},
     Option{"help", nullptr, Setting::Help, nullptr,
            "print this help and exit; after a dialog's name, what that dialog takes"},
@@ -107,7 +125,7 @@ QString parseTimeout(const QString& value, int& timeoutMs)
     return {};
 }
 
-QString applyOption(const Option& option, const QString& value, Invocation& inv)
+QString applyOption(const Option& option, const QString& value, Invocation& inv, QString& mode)
 {
     const QString dashed = QStringLiteral("--") + QLatin1String(option.name);
     switch (option.setting) {
@@ -128,6 +146,12 @@ QString applyOption(const Option& option, const QString& value, Invocation& inv)
     }
     case Setting::Touch:
         inv.touch = true;
+        return {};
+    case Setting::Mode:
+        mode = value.isNull() ? QStringLiteral("") : value;
+        return {};
+    case Setting::Plain:
+        inv.plain = true;
         return {};
     case Setting::Extra:
         inv.extras.emplace_back(QLatin1String(option.name), value);
@@ -171,6 +195,28 @@ QString applyOption(const Option& option, const QString& value, Invocation& inv)
     return {};
 }
 
+// The file chooser is asked for open or save in words; every other dialog
+// with a mode takes the number of its DialogMode.
+QString applyMode(const QString& value, Invocation& inv)
+{
+    if (inv.dialog != QLatin1String("frm_DialogFile")) {
+        const QJsonValue number = ParseArgument(value, Kind::Integer);
+        if (number.isUndefined())
+            return QStringLiteral("--mode needs an integer, not '%1'").arg(value);
+        inv.members.emplace_back(QStringLiteral("Public.DialogMode"), number);
+        return {};
+    }
+    static const QStringList words{QStringLiteral("open"), QStringLiteral("save")};
+    int mode = int(words.indexOf(value.toLower())) + 1;
+    if (mode == 0 && (value == QLatin1String("1") || value == QLatin1String("2")))
+        mode = value.toInt();
+    if (mode == 0)
+        return QStringLiteral("--mode of %1 takes open or save (1 or 2), not '%2'")
+            .arg(inv.dialog, value);
+    inv.members.emplace_back(QStringLiteral("Request.Mode"), mode);
+    return {};
+}
+
 // A member the dialog never reads would be dropped without a word; say so instead.
 QString inapplicableOption(const std::vector<const Option*>& given, const QString& dialog)
 {
@@ -183,6 +229,16 @@ QString inapplicableOption(const std::vector<const Option*>& given, const QStrin
 }
 
 } // namespace
+
+bool TakesBytes(const QString& previous, const QString& arg)
+{
+    for (const char* name : {"file", "folder"}) {
+        const QString dashed = QStringLiteral("--") + QLatin1String(name);
+        if (previous == dashed || arg.startsWith(dashed + u'='))
+            return true;
+    }
+    return false;
+}
 
 QStringList Invocation::extra(const QString& name) const
 {
@@ -230,6 +286,7 @@ ParseResult Parse(const QStringList& args)
     Invocation& inv = result.invocation;
     QStringList positional;
     std::vector<const Option*> given;
+    QString mode;
     bool optionsEnded = false;
     for (qsizetype i = 0; i < args.size(); ++i) {
         const QString& arg = args[i];
@@ -267,7 +324,7 @@ ParseResult Parse(const QStringList& args)
             result.error = QStringLiteral("--%1 takes no value").arg(QLatin1String(option->name));
             return result;
         }
-        if (QString error = applyOption(*option, value, inv); !error.isEmpty()) {
+        if (QString error = applyOption(*option, value, inv, mode); !error.isEmpty()) {
             result.error = error;
             return result;
         }
@@ -294,6 +351,8 @@ ParseResult Parse(const QStringList& args)
             QStringLiteral("unknown dialog '%1' (formwerk --list names them)").arg(inv.dialog);
     else if (!inv.help)
         result.error = inapplicableOption(given, inv.dialog);
+    if (result.error.isEmpty() && !mode.isNull())
+        result.error = applyMode(mode, inv);
     return result;
 }
 

@@ -24,6 +24,8 @@ enum Exit : int {
 };
 
 /// What an option does besides filling a record member.
+/// Mode is read once the dialog is known: the message dialog's DialogMode
+/// number, or the file chooser's open or save.
 /// PairSecond fills the second text of a TextOrPair member; the member's own
 /// option fills the first. Icon fills the icon path and the icon as text,
 /// since forms differ in which of the two they read. Extra keeps the value
@@ -31,6 +33,8 @@ enum Exit : int {
 /// Extra keeps every value.
 enum class Setting {
     Touch,
+    Mode,
+    Plain,
     Member,
     Extra,
     PairSecond,
@@ -63,6 +67,7 @@ struct Invocation {
     std::vector<std::pair<QString, QJsonValue>> members;
     int language = 0;    ///< 0: the environment's, else 7 German or 9 English
     bool touch = false;  ///< touch mode ("Touchmode") on for this run
+    bool plain = false;  ///< print the answer's main value alone, as raw bytes
     QString requestFile; ///< "-" for standard input
     QString textFile;    ///< UTF-8 file whose content becomes Texts.Description
     QString screenshot;
@@ -85,6 +90,10 @@ struct ParseResult {
     Invocation invocation;
     QString error; ///< empty on success; one line without the "formwerk: " prefix
 };
+
+/// Whether arg is the value of an option that names a file by its bytes
+/// (--file PATH, --folder=PATH), given the argument before it.
+bool TakesBytes(const QString& previous, const QString& arg);
 
 /// Parses the arguments after the program name.
 ParseResult Parse(const QStringList& args);

@@ -8,6 +8,7 @@
 #include "dialogs/frm_DialogPassword.h"
 #include "dialogs/frm_DialogProcess.h"
 #include "dialogs/frm_DialogText.h"
+#include "filechooser/frm_DialogFile.h"
 #include "folders/frm_DialogMonitor.h"
 #include "forms/Resume.h"
 #include "inspect/frm_DialogColor.h"
@@ -46,7 +47,7 @@ const std::vector<Entry>& table()
         {"frm_DialogFileSync", {}},
         {"frm_DialogFileSyncConfirm", {}},
         {"frm_DialogMessage", make<frm_DialogMessage>()},
-        {"frm_DialogFile", {}},
+        {"frm_DialogFile", make<frm_DialogFile>()},
         {"frm_DialogFileResource", {}},
         {"frm_DialogInput", make<frm_DialogInput>()},
         {"frm_DialogInputDbl", make<frm_DialogInputDbl>()},

@@ -1,10 +1,10 @@
 #include "desktop/DesktopFiles.h"
 
+#include "desktop/AtomicWrite.h"
 #include "desktop/SafeDelete.h"
 
 #include <QDir>
 #include <QFile>
-#include <QSaveFile>
 #include <QStringEncoder>
 #include <cctype>
 #include <cerrno>
@@ -81,15 +81,8 @@ bool DesktopFiles::WriteTextFile(const std::string& path, const std::string& tex
     const auto target = SystemPath(path);
     if (!bytes || !target)
         return false;
-    QSaveFile file(QFile::decodeName(target->c_str()));
-    if (!file.open(QIODevice::WriteOnly))
-        return false;
-    if (file.write(*bytes) != bytes->size()) {
-        file.cancelWriting();
-        return false;
-    }
     m_scans.Forget();
-    return file.commit();
+    return WriteFileAtomically(*target, std::string_view(bytes->constData(), bytes->size()));
 }
 
 bool DesktopFiles::DeleteFile(const std::string& path)

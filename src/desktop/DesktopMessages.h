@@ -9,10 +9,11 @@ namespace fw::desktop {
 
 /// ShowError, ShowInfo, ShowHelp and AskQuestion open the library's message
 /// dialog with the critical, info, help and question sign. AskSaveFile asks
-/// with Qt's save dialog, starting in the folder last saved to under the
-/// recent-file key. AskText and ChooseIcon give "" (nothing chosen) until the
-/// input dialog and the resource picker take them over.
-/// RegisterForm and UnregisterForm keep the list of open modeless forms.
+/// with the library's file chooser in save mode, starting in the folder last
+/// saved to under the recent-file key (else the documents folder), and returns
+/// the chosen location ("C:\home\anna\Bericht.txt"), "" when cancelled. AskText and ChooseIcon give
+/// "" (nothing chosen) until the input dialog and the resource picker take them over. RegisterForm
+/// and UnregisterForm keep the list of open modeless forms.
 class DesktopMessages final : public CoreDevMessages {
   public:
     void ShowError(const std::string& text, const std::string& title) override;

@@ -86,6 +86,37 @@ TEST(CliInput, TheTwoFieldFormTakesAndGivesTwoTexts)
         << request.err.toStdString();
 }
 
+// What a shell script reads with $(formwerk ... --plain): the value alone, or
+// nothing when the dialog was cancelled; the exit code as without --plain.
+TEST(CliInput, PlainPrintsTheMainValueAloneAndNothingOnCancel)
+{
+    const struct Row {
+        QStringList args;
+        const char* keys;
+        const char* out;
+        int code;
+    } rows[] = {
+        {{"frm_DialogInput", "--default", "Grüße \"da\"", "--plain"},
+         "Return",
+         "Grüße \"da\"\n",
+         1},
+        {{"frm_DialogInput", "--default", "x", "--plain"}, "Escape", "", 2},
+        {{"frm_DialogInputDbl", "--default", "a", "--default2", "b", "--plain"},
+         "Return Return",
+         "a\nb\n",
+         1},
+        {{"frm_DialogColor", "--color", "#102030", "--plain"}, "Return", "#102030\n", 1},
+        {{"frm_DialogColor", "--color", "#102030", "--plain"}, "Escape", "", 2},
+        {{"frm_DialogMessage", "--flags", "4", "--plain"}, "Escape", "7\n", 7},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.args.join(' ').toStdString() + " / " + row.keys);
+        const Ran f = answerProgram(row.args, QString::fromUtf8(row.keys));
+        EXPECT_EQ(f.out, QString::fromUtf8(row.out)) << f.err.toStdString();
+        EXPECT_EQ(f.code, row.code);
+    }
+}
+
 TEST(CliInput, ArgumentsAreReadInTheLocalesEncodingAndUndecodableOnesAreNamed)
 {
     const struct Row {

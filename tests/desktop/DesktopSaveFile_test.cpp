@@ -1,56 +1,40 @@
-// The desktop host's save question: Qt's own dialog, answered as a user would.
+// The desktop host's save question: the library's file chooser in save mode,
+// answered by typing a name as a user would.
 #include "desktop/DesktopHost.h"
+#include "desktop/LocationPaths.h"
+#include "forms/StdControls.h"
+#include "forms/testing/ModalDriver.h"
+#include "forms/testing/UserInput.h"
 #include "host/mdl_CoreDevWrapper.h"
 
-#include <QApplication>
-#include <QDialogButtonBox>
 #include <QDir>
-#include <QFileDialog>
-#include <QLineEdit>
-#include <QPushButton>
+#include <QFile>
 #include <QTemporaryDir>
-#include <QTest>
-#include <QTimer>
-#include <functional>
 #include <gtest/gtest.h>
 
 namespace {
 
+using fw::Form;
+
 const std::string kKey = "Software\\Valdrenix\\Shared\\MRU\\TXT";
 
 struct Seen {
-    QString title;
-    QString folder;
-    QStringList filters;
-    QString selectedFilter;
+    QString name;        ///< what the name box held
+    QStringList filters; ///< the file type list's rows
+    int filter = -1;     ///< its selected row
 };
 
-// Answers the next save dialog: types name and saves, or cancels if name is empty.
-std::string answerWith(const QString& name, Seen& seen, const std::function<std::string()>& ask)
+Seen seenIn(Form& chooser)
 {
-    QTimer::singleShot(0, [&] {
-        QFileDialog* dialog = nullptr;
-        for (int i = 0; i < 500 && !dialog; ++i) {
-            dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-            if (!dialog)
-                QTest::qWait(10);
-        }
-        if (!dialog) {
-            ADD_FAILURE() << "no save dialog showed";
-            return;
-        }
-        seen = {dialog->windowTitle(), dialog->directory().absolutePath(), dialog->nameFilters(),
-                dialog->selectedNameFilter()};
-        if (name.isEmpty()) {
-            dialog->reject();
-            return;
-        }
-        auto* edit = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
-        edit->setText(name);
-        auto* buttons = dialog->findChild<QDialogButtonBox*>(QStringLiteral("buttonBox"));
-        QTest::mouseClick(buttons->button(QDialogButtonBox::Save), Qt::LeftButton);
-    });
-    return ask();
+    Seen seen;
+    if (auto* box = dynamic_cast<fw::TextBox*>(chooser.FindControl("txt_Filename")))
+        seen.name = box->Text();
+    if (auto* types = dynamic_cast<fw::ComboBox*>(chooser.FindControl("lst_Filter"))) {
+        for (int i = 0; i < types->ListCount(); ++i)
+            seen.filters << types->List(i);
+        seen.filter = types->ListIndex();
+    }
+    return seen;
 }
 
 class DesktopSaveFile : public ::testing::Test {
@@ -58,45 +42,77 @@ class DesktopSaveFile : public ::testing::Test {
     QTemporaryDir store;
     QTemporaryDir target;
     fw::ScopedCoreDev scope{fw::desktop::MakeDesktopCoreDev({store.path(), {}})};
+    fw::testing::ModalDriver driver;
 
-    std::string ask(int index = 1)
+    std::string ask(int index, int flag = 0)
     {
         return fw::GetCoreDevMessages().AskSaveFile(
-            "*.txt", "Datei speichern", "Text-Dokument|*.txt|HTML-Dokument|*.htm;*.html", index,
-            ".txt", -1, kKey);
+            "*.txt", "Bericht sichern", "Text-Dokument|*.txt|HTML-Dokument|*.htm;*.html", index,
+            ".txt", flag, kKey);
+    }
+    std::string lastFolder()
+    {
+        return fw::GetCoreDevRegistry().Strings().ReadString(fw::HiveCurrentUser,
+                                                             kKey + "\\LastFolder", "-", 1000);
+    }
+    std::string location(const QString& name)
+    {
+        return fw::desktop::PosixToLocation(QDir(target.path()).filePath(name).toStdString());
     }
 };
 
-TEST_F(DesktopSaveFile, NameWithoutExtensionGetsTheDefaultOneAndItsFolderIsRemembered)
+TEST_F(DesktopSaveFile, TheChooserAsksInTheLastFolderAndAnswersTheTypedLocation)
 {
     fw::GetCoreDevRegistry().Writer().WriteString(fw::HiveCurrentUser, kKey + "\\LastFolder",
                                                   target.path().toStdString());
-    Seen seen;
-    const std::string path = answerWith("bericht", seen, [&] { return ask(); });
-    EXPECT_EQ(path, QDir(target.path()).filePath("bericht.txt").toStdString());
-    EXPECT_EQ(seen.title, "Datei speichern");
-    EXPECT_EQ(seen.folder, QDir(target.path()).absolutePath());
-    EXPECT_EQ(seen.filters, QStringList({"Text-Dokument (*.txt)", "HTML-Dokument (*.htm *.html)"}));
-    EXPECT_EQ(seen.selectedFilter, "Text-Dokument (*.txt)");
-
-    // A name with its own extension keeps it; the next question starts where
-    // the last one saved.
-    QDir(target.path()).mkdir("unter");
-    const QString sub = QDir(target.path()).filePath("unter");
-    const std::string second = answerWith(sub + "/seite.html", seen, [&] { return ask(2); });
-    EXPECT_EQ(second, QDir(sub).filePath("seite.html").toStdString());
-    EXPECT_EQ(fw::GetCoreDevRegistry().Strings().ReadString(fw::HiveCurrentUser,
-                                                            kKey + "\\LastFolder", "", 1000),
-              sub.toStdString());
+    QFile(QDir(target.path()).filePath("alt.txt")).open(QIODevice::WriteOnly);
+    const struct Row {
+        const char* name;
+        int index;
+        int flag;
+        const char* typed;
+        bool declineOverwrite;
+        const char* answer; ///< in the target folder; empty: cancelled
+        int selected;
+    } rows[] = {
+        {"the default extension is added", 1, 0, "bericht", false, "bericht.txt", 0},
+        {"an own extension stays; index 2 picks the second pair", 2, 0, "seite.html", false,
+         "seite.html", 1},
+        {"index beyond the list picks the first", 7, 0, "x.txt", false, "x.txt", 0},
+        {"without the flag an existing file is taken at once", 1, 0, "alt.txt", false, "alt.txt",
+         0},
+        {"with it, No keeps the chooser open and Escape then cancels", 1, -1, "alt.txt", true, "",
+         0},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        Seen seen;
+        driver.OnNextModal([&](Form& chooser) {
+            seen = seenIn(chooser);
+            if (fw::Control* box = chooser.FindControl("txt_Filename"))
+                fw::testing::Focus(*box);
+            fw::testing::Type(chooser, QString::fromUtf8(row.typed));
+            fw::testing::PressKey(chooser, Qt::Key_Return);
+            if (row.declineOverwrite)
+                fw::testing::PressKey(chooser, Qt::Key_Escape);
+        });
+        if (row.declineOverwrite)
+            driver.OnNextModal([](Form& question) { fw::testing::PressKey(question, Qt::Key_N); });
+        const std::string answer = ask(row.index, row.flag);
+        EXPECT_EQ(answer, *row.answer ? location(row.answer) : "");
+        EXPECT_EQ(seen.filters, QStringList({"Text-Dokument", "HTML-Dokument"}));
+        EXPECT_EQ(seen.filter, row.selected);
+        EXPECT_EQ(seen.name, "") << "the pattern gives way to the folder";
+        EXPECT_EQ(driver.Pending(), 0);
+    }
+    EXPECT_EQ(lastFolder(), QDir(target.path()).absolutePath().toStdString());
 }
 
 TEST_F(DesktopSaveFile, CancelGivesNothingAndRemembersNothing)
 {
-    Seen seen;
-    EXPECT_EQ(answerWith({}, seen, [&] { return ask(); }), "");
-    EXPECT_EQ(fw::GetCoreDevRegistry().Strings().ReadString(fw::HiveCurrentUser,
-                                                            kKey + "\\LastFolder", "-", 1000),
-              "-");
+    driver.OnNextModal([](Form& chooser) { fw::testing::PressKey(chooser, Qt::Key_Escape); });
+    EXPECT_EQ(ask(1), "");
+    EXPECT_EQ(lastFolder(), "-");
 }
 
 } // namespace

@@ -1,0 +1,325 @@
+// The file chooser on big folders: from Show to the first paint of the
+// filled list for frm_DialogFile, next to a bare readdir of the same folder
+// and next to Qt's own QFileDialog (widget dialog, detail view, to its
+// directoryLoaded), with the peak memory of each; and at 100k files one search
+// keystroke that removes half the rows, to the next paint.
+//
+// Each measurement runs in a process of its own (this program started again
+// with --probe), so that peak memory and the caches of one do not colour the
+// next. Folders of empty files are made once in /tmp and kept for later runs.
+//
+//   file_chooser_bench [--sizes 1000,10000,100000,1000000] [--limit SECONDS]
+#include "core/HasContext.h"
+#include "core/cls_Formwerk.h"
+#include "desktop/DesktopHost.h"
+#include "desktop/LocationPaths.h"
+#include "forms/Form.h"
+#include "host/mdl_CoreDevWrapper.h"
+
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QFileDialog>
+#include <QFileSystemModel>
+#include <QLineEdit>
+#include <QProcess>
+#include <QTest>
+#include <QTextStream>
+#include <cstdio>
+#include <dirent.h>
+#include <fcntl.h>
+#include <functional>
+#include <optional>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr int kSearchSize = 100000;
+
+QTextStream& out()
+{
+    static QTextStream stream(stdout);
+    return stream;
+}
+
+// Half the names end in ".txt", half in ".log", and nothing else in a name
+// holds a "t": typing "t" into the search box keeps exactly the first half.
+std::string nameOf(int i)
+{
+    char name[32];
+    std::snprintf(name, sizeof name, "n%07d.%s", i, i % 2 == 0 ? "txt" : "log");
+    return name;
+}
+
+// The folder of count empty files, made by a plain open(O_CREAT) loop (a
+// million take seconds this way) and kept with a marker once complete.
+std::string folderOf(int count)
+{
+    const std::string folder = "/tmp/formwerk-chooser-bench/" + std::to_string(count);
+    const std::string done = folder + ".complete";
+    if (access(done.c_str(), F_OK) == 0)
+        return folder;
+    ::mkdir("/tmp/formwerk-chooser-bench", 0755);
+    ::mkdir(folder.c_str(), 0755);
+    const int dir = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY);
+    for (int i = 0; i < count; ++i)
+        ::close(::openat(dir, nameOf(i).c_str(), O_CREAT | O_WRONLY, 0644));
+    ::close(dir);
+    ::close(::open(done.c_str(), O_CREAT | O_WRONLY, 0644));
+    return folder;
+}
+
+// Peak resident memory of this process in MB.
+double peakMegabytes()
+{
+    QFile status(QStringLiteral("/proc/self/status"));
+    if (!status.open(QIODevice::ReadOnly))
+        return -1;
+    for (const QByteArray& line : status.readAll().split('\n'))
+        if (line.startsWith("VmHWM:"))
+            return line.mid(6).trimmed().split(' ').first().toDouble() / 1024.0;
+    return -1;
+}
+
+// Runs the event loop until done() holds; false if the limit passed first.
+bool waitFor(const std::function<bool()>& done, int limitMs)
+{
+    QElapsedTimer clock;
+    clock.start();
+    while (!done()) {
+        if (clock.elapsed() > limitMs)
+            return false;
+        QApplication::processEvents(QEventLoop::AllEvents, 5);
+    }
+    return true;
+}
+
+// Counts paints of a widget (a list's viewport) from the moment it is armed.
+class PaintWatch : public QObject {
+  public:
+    explicit PaintWatch(QWidget* widget) { widget->installEventFilter(this); }
+    int paints = 0;
+
+  protected:
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        if (event->type() == QEvent::Paint)
+            ++paints;
+        return false;
+    }
+};
+
+struct Probe {
+    double ms = -1;
+    double searchMs = -1;
+};
+
+Probe probeReaddir(const std::string& folder, int)
+{
+    QElapsedTimer clock;
+    clock.start();
+    std::size_t names = 0;
+    DIR* stream = opendir(folder.c_str());
+    while (const dirent* entry = readdir(stream))
+        names += entry->d_name[0] != '.';
+    closedir(stream);
+    return {clock.nsecsElapsed() / 1e6, -1};
+}
+
+Probe probeQFileDialog(const std::string& folder, int limitMs)
+{
+    QFileDialog dialog(nullptr, QStringLiteral("Open"), QString());
+    dialog.setOption(QFileDialog::DontUseNativeDialog);
+    dialog.setViewMode(QFileDialog::Detail);
+    const QString path = QFile::decodeName(folder.c_str());
+    bool loaded = false;
+    auto* model = dialog.findChild<QFileSystemModel*>();
+    QObject::connect(model, &QFileSystemModel::directoryLoaded,
+                     [&](const QString& loadedPath) { loaded = loaded || loadedPath == path; });
+    QElapsedTimer clock;
+    clock.start();
+    dialog.setDirectory(path);
+    dialog.show();
+    if (!waitFor([&] { return loaded; }, limitMs))
+        return {};
+    return {clock.nsecsElapsed() / 1e6, -1};
+}
+
+QAbstractItemView* fileList(fw::Form& form)
+{
+    return form.window()->findChild<QAbstractItemView*>(QStringLiteral("lst_Files"));
+}
+
+// The time from one search keystroke to the next paint of the thinned list.
+double searchKeystroke(fw::Form& form, QAbstractItemView* list, int count, int limitMs)
+{
+    auto* search = form.window()->findChild<QLineEdit*>(QStringLiteral("txt_SearchFor"));
+    if (!search)
+        return -1;
+    PaintWatch watch(list->viewport());
+    QElapsedTimer clock;
+    clock.start();
+    QTest::keyClick(search, Qt::Key_T);
+    const bool thinned = waitFor(
+        [&] { return list->model()->rowCount() <= count / 2 + 1 && watch.paints > 0; }, limitMs);
+    return thinned ? clock.nsecsElapsed() / 1e6 : -1;
+}
+
+Probe probeChooser(const std::string& folder, int limitMs)
+{
+    const int count = int(QFileInfo(QString::fromStdString(folder)).fileName().toInt());
+    fw::ScopedCoreDev host(fw::desktop::MakeDesktopCoreDev());
+    // By name, as a host asks for it: no build dependency on the dialog's code.
+    bool known = false;
+    for (const std::string& name : fw::cls_Formwerk::Names())
+        known = known || name == "frm_DialogFile";
+    if (!known)
+        return {};
+    std::unique_ptr<fw::Form> form = fw::cls_Formwerk().Create("frm_DialogFile");
+    auto context = std::make_shared<fw::DialogContext>();
+    context->Request.Mode = 1;
+    context->Items.ItemList.Add(fw::desktop::PosixToLocation(folder + "/"));
+    if (auto* withContext = dynamic_cast<fw::HasContext*>(form.get()))
+        withContext->Context = context;
+
+    QElapsedTimer clock;
+    clock.start();
+    form->Show(false);
+    QAbstractItemView* list = nullptr;
+    std::optional<PaintWatch> watch;
+    const bool painted = waitFor(
+        [&] {
+            if (!list && (list = fileList(*form)))
+                watch.emplace(list->viewport());
+            return list && list->model()->rowCount() >= count && watch->paints > 0;
+        },
+        limitMs);
+    Probe probe;
+    if (painted)
+        probe.ms = clock.nsecsElapsed() / 1e6;
+    if (painted && count == kSearchSize)
+        probe.searchMs = searchKeystroke(*form, list, count, limitMs);
+    form->Unload();
+    return probe;
+}
+
+int runProbe(const QString& kind, const std::string& folder, int limitMs)
+{
+    Probe probe;
+    if (kind == QLatin1String("readdir"))
+        probe = probeReaddir(folder, limitMs);
+    else if (kind == QLatin1String("qfiledialog"))
+        probe = probeQFileDialog(folder, limitMs);
+    else
+        probe = probeChooser(folder, limitMs);
+    out() << probe.ms << ' ' << peakMegabytes() << ' ' << probe.searchMs << '\n';
+    out().flush();
+    return 0;
+}
+
+QtMessageHandler g_nextHandler = nullptr;
+
+// The platform's notices (no size hints, no runtime dir) would bury the table.
+void quietOffscreenNotices(QtMsgType type, const QMessageLogContext& where, const QString& text)
+{
+    if (type == QtWarningMsg && (text.startsWith(QLatin1String("This plugin does not support")) ||
+                                 text.contains(QLatin1String("XDG_"))))
+        return;
+    g_nextHandler(type, where, text);
+}
+
+struct Measured {
+    double ms = -1;
+    double peakMb = -1;
+    double searchMs = -1;
+};
+
+// One probe in a fresh process of this program.
+Measured measure(const QString& kind, const std::string& folder, int limitMs)
+{
+    QProcess child;
+    child.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    child.start(QCoreApplication::applicationFilePath(),
+                {QStringLiteral("--probe"), kind, QString::fromStdString(folder),
+                 QString::number(limitMs)});
+    if (!child.waitForFinished(limitMs + 60000)) {
+        child.kill();
+        child.waitForFinished();
+        return {};
+    }
+    const QList<QByteArray> fields = child.readAllStandardOutput().trimmed().split(' ');
+    if (fields.size() != 3)
+        return {};
+    return {fields[0].toDouble(), fields[1].toDouble(), fields[2].toDouble()};
+}
+
+QString figure(double value, const char* unit)
+{
+    return value < 0 ? QStringLiteral("-") : QString::number(value, 'f', 1) + QLatin1String(unit);
+}
+
+QString ratio(double a, double b)
+{
+    return a < 0 || b <= 0 ? QStringLiteral("-") : QString::number(a / b, 'f', 1) + u'x';
+}
+
+int runAll(const QList<int>& sizes, int limitMs)
+{
+    out() << QStringLiteral("%1 %2 %3 %4 %5 %6 %7 %8 %9\n")
+                 .arg(QStringLiteral("files"), 8)
+                 .arg(QStringLiteral("readdir"), 10)
+                 .arg(QStringLiteral("chooser"), 10)
+                 .arg(QStringLiteral("peak"), 9)
+                 .arg(QStringLiteral("QFileDialog"), 12)
+                 .arg(QStringLiteral("peak"), 9)
+                 .arg(QStringLiteral("ch/readdir"), 11)
+                 .arg(QStringLiteral("QFD/ch"), 8)
+                 .arg(QStringLiteral("search"), 9);
+    for (int size : sizes) {
+        const std::string folder = folderOf(size);
+        const Measured bare = measure(QStringLiteral("readdir"), folder, limitMs);
+        const Measured chooser = measure(QStringLiteral("chooser"), folder, limitMs);
+        const Measured qt = measure(QStringLiteral("qfiledialog"), folder, limitMs);
+        out() << QStringLiteral("%1 %2 %3 %4 %5 %6 %7 %8 %9\n")
+                     .arg(size, 8)
+                     .arg(figure(bare.ms, " ms"), 10)
+                     .arg(figure(chooser.ms, " ms"), 10)
+                     .arg(figure(chooser.peakMb, " MB"), 9)
+                     .arg(figure(qt.ms, " ms"), 12)
+                     .arg(figure(qt.peakMb, " MB"), 9)
+                     .arg(ratio(chooser.ms, bare.ms), 11)
+                     .arg(ratio(qt.ms, chooser.ms), 8)
+                     .arg(figure(chooser.searchMs, " ms"), 9);
+        out().flush();
+    }
+    out() << "\n\"-\": not measured, or not done within the limit of " << limitMs / 1000 << " s.\n";
+    out().flush();
+    return 0;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    g_nextHandler = qInstallMessageHandler(quietOffscreenNotices);
+    QApplication app(argc, argv);
+    const QStringList args = QApplication::arguments().mid(1);
+    if (args.size() == 4 && args[0] == QLatin1String("--probe"))
+        return runProbe(args[1], args[2].toStdString(), args[3].toInt());
+
+    QList<int> sizes{1000, 10000, 100000, 1000000};
+    int limitMs = 120000;
+    for (qsizetype i = 0; i + 1 < args.size(); i += 2) {
+        if (args[i] == QLatin1String("--sizes")) {
+            sizes.clear();
+            for (const QString& size : args[i + 1].split(u','))
+                sizes << size.toInt();
+        } else if (args[i] == QLatin1String("--limit")) {
+            limitMs = int(args[i + 1].toDouble() * 1000);
+        }
+    }
+    return runAll(sizes, limitMs);
+}

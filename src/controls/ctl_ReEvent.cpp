@@ -1,5 +1,7 @@
 #include "controls/ctl_ReEvent.h"
 
+#include "forms/Form.h"
+
 #include <QMetaObject>
 #include <QObject>
 
@@ -15,7 +17,13 @@ ctl_ReEvent::~ctl_ReEvent() = default;
 void ctl_ReEvent::Raise(const QString& name)
 {
     QMetaObject::invokeMethod(
-        m_queue.get(), [this, name] { raise(Event, name); }, Qt::QueuedConnection);
+        m_queue.get(),
+        [this, name] {
+            // A form unloaded meanwhile has closed its books.
+            if (!form().IsUnloaded())
+                raise(Event, name);
+        },
+        Qt::QueuedConnection);
 }
 
 } // namespace fw

@@ -95,6 +95,20 @@ class StepEntry : public QAbstractButton {
                    theme::DisplayCaption(m_caption));
     }
 
+    bool event(QEvent* event) override
+    {
+        // A button animates its accelerator and clicks a tenth of a second
+        // later; the strip acts at once, as a menu accelerator does.
+        if (event->type() == QEvent::Shortcut && isEnabled()) {
+            auto* shortcut = static_cast<QShortcutEvent*>(event);
+            if (shortcut->key() == this->shortcut()) {
+                click();
+                return true;
+            }
+        }
+        return QAbstractButton::event(event);
+    }
+
     void keyPressEvent(QKeyEvent* event) override
     {
         switch (event->key()) {
@@ -131,8 +145,14 @@ ctl_Steps::ctl_Steps(Form& form, const QString& name, QWidget* container)
 
 void ctl_Steps::Clear()
 {
-    for (StepEntry* entry : m_entries)
-        delete entry;
+    // Later: a StepClick handler that rebuilds the strip runs inside an
+    // entry's own event.
+    for (StepEntry* entry : m_entries) {
+        entry->hide();
+        entry->setShortcut({});
+        m_strip->layout()->removeWidget(entry);
+        entry->deleteLater();
+    }
     m_entries.clear();
     m_selected = 0;
 }

@@ -1,10 +1,11 @@
 #include "desktop/DesktopFiles.h"
 
+#include "desktop/AtomicWrite.h"
 #include "desktop/SafeDelete.h"
 
 #include <QDir>
 #include <QFile>
-#include <QSaveFile>
+#include <QStringEncoder>
 #include <cctype>
 #include <cerrno>
 #include <cstring>
@@ -33,6 +34,30 @@ std::string homeFolder()
 
 } // namespace
 
+std::optional<QByteArray> EncodedText(const std::string& text, const std::string& encoding)
+{
+    const QByteArray name = QByteArray::fromStdString(encoding).trimmed();
+    // UTF-8 text goes out byte for byte: a text read from a file of any bytes
+    // is written back unchanged.
+    if (name.isEmpty() || name.compare("UTF-8", Qt::CaseInsensitive) == 0 ||
+        name.compare("UTF8", Qt::CaseInsensitive) == 0)
+        return QByteArray::fromStdString(text);
+    const QString decoded = QString::fromStdString(text);
+    if (decoded.toStdString() != text)
+        return std::nullopt; // not UTF-8: nothing to convert from
+    // The wide encodings start with a byte order mark, as their text files do.
+    const bool wide = name.toUpper().startsWith("UTF-16") || name.toUpper().startsWith("UTF-32");
+    QStringEncoder encoder(name.constData(), wide ? QStringConverter::Flag::WriteBom
+                                                  : QStringConverter::Flag::Default);
+    if (!encoder.isValid())
+        return std::nullopt;
+    QByteArray bytes = encoder.encode(decoded);
+    // A character the encoding cannot hold would be written as "?": refuse.
+    if (encoder.hasError())
+        return std::nullopt;
+    return bytes;
+}
+
 DesktopFiles::DesktopFiles(std::shared_ptr<CoreDevRegistry> registry, MountTable mounts)
     : m_drives(std::move(registry), std::move(mounts))
 {
@@ -50,21 +75,14 @@ std::string DesktopFiles::LocationOf(const std::string& systemPath)
 }
 
 bool DesktopFiles::WriteTextFile(const std::string& path, const std::string& text,
-                                 const std::string&, int)
+                                 const std::string& encoding, int)
 {
+    const std::optional<QByteArray> bytes = EncodedText(text, encoding);
     const auto target = SystemPath(path);
-    if (!target)
+    if (!bytes || !target)
         return false;
-    QSaveFile file(QFile::decodeName(target->c_str()));
-    if (!file.open(QIODevice::WriteOnly))
-        return false;
-    const qint64 size = qint64(text.size());
-    if (file.write(text.data(), size) != size) {
-        file.cancelWriting();
-        return false;
-    }
     m_scans.Forget();
-    return file.commit();
+    return WriteFileAtomically(*target, std::string_view(bytes->constData(), bytes->size()));
 }
 
 bool DesktopFiles::DeleteFile(const std::string& path)

@@ -6,6 +6,7 @@
 #include "desktop/FolderListing.h"
 #include "host/CoreDevServices.h"
 
+#include <QByteArray>
 #include <optional>
 
 namespace fw::desktop {
@@ -25,14 +26,23 @@ namespace fw::desktop {
 /// tree without following links out of it and refuses "/" and the home folder
 /// (SafeDelete.h). SizeText: "512 Bytes", "1,5 KB", "3,2 MB" (binary units).
 /// Network gives null and synchronise false: they come with the network work.
+/// text, given as UTF-8, in an encoding named as iconv and Qt name them:
+/// empty or "UTF-8" passes the bytes unchanged (even ones that are no UTF-8);
+/// "ISO-8859-1"/"Latin1", "UTF-16LE", "UTF-16BE", "UTF-16", "UTF-32..." and
+/// whatever else Qt converts to. UTF-16 and UTF-32 begin with a byte order
+/// mark. Nothing for an unknown encoding, for text that is no UTF-8 when a
+/// conversion is asked, and for a character the encoding cannot hold.
+std::optional<QByteArray> EncodedText(const std::string& text, const std::string& encoding);
+
 class DesktopFiles final : public CoreDevFiles {
   public:
     /// registry keeps the drive letters across runs; may be null.
     explicit DesktopFiles(std::shared_ptr<CoreDevRegistry> registry = nullptr,
                           MountTable mounts = ReadMountedVolumes);
 
-    /// UTF-8 only; encoding and flag are ignored. Atomic: the old file stays
-    /// whole if anything fails.
+    /// text (UTF-8) in the named encoding (EncodedText); flag is ignored.
+    /// Atomic: the old file stays whole if anything fails, and an unknown
+    /// encoding or a character it cannot hold writes nothing.
     bool WriteTextFile(const std::string& path, const std::string& text,
                        const std::string& encoding, int flag) override;
     bool DeleteFile(const std::string& path) override;

@@ -110,6 +110,7 @@ class frm_DialogFile : public Form, public HasContext, public ChooserSite {
     void hGotoFolder(const std::string& path, bool fromCategory, const std::string& fileName);
     void hUpdateFolder(bool keepSearch);
     void goUp();
+    std::string placeOfComboKey(const QString& key) const;
     void hViewMenu();
     void hFitColumns();
     void lst_Files_MouseDown(int button, float x, float y);
@@ -121,7 +122,7 @@ class frm_DialogFile : public Form, public HasContext, public ChooserSite {
     void lst_Files_ItemClick(ListItem& item);
     void lst_Files_DblClick();
     void okLogic();
-    bool enterTypedFolder(const std::string& box);
+    bool enterTypedFolder(const std::string& box, std::string& name);
     void acceptName(const std::string& name);
     bool confirmOverwrite(const std::string& full);
     void closeWith(int result);

@@ -140,7 +140,9 @@ void frm_DialogFile::okLogic()
     for (int i = 1; i <= rows.Count(); ++i) {
         const ListItem& row = rows.Item(i);
         if (row.Text().compare(typed, Qt::CaseInsensitive) == 0 && endsWithBackslash(row.Key())) {
-            const std::string key = us(row.Key());
+            // Keys are in capitals; a folder row's tag keeps the path as the
+            // file system spells it, which a case-sensitive system needs.
+            const std::string key = us(row.Tag().isEmpty() ? row.Key() : row.Tag());
             txt_Filename->SetText({});
             hGotoFolder(key, false, {});
             return;
@@ -153,23 +155,29 @@ void frm_DialogFile::okLogic()
         txt_Filename->SetText({});
         return;
     }
-    if (enterTypedFolder(box))
-        return;
     std::string name;
-    Resume([&] { name = GetCoreDevText().Paths().FileName(box); });
+    if (enterTypedFolder(box, name))
+        return;
     acceptName(name);
 }
 
 // Moves to the folder part of what was typed, then to a folder of the typed
 // name; true when nothing is left to accept.
-bool frm_DialogFile::enterTypedFolder(const std::string& box)
+bool frm_DialogFile::enterTypedFolder(const std::string& box, std::string& name)
 {
     PathHelper& paths = GetCoreDevText().Paths();
-    std::string drive, folder, name;
+    std::string drive, folder;
     Resume([&] {
         drive = paths.DrivePart(box);
         folder = paths.FolderPart(box);
-        name = paths.FileName(box);
+        // The name is what follows the drive: "D:" alone names no file.
+        std::string rest = box;
+        std::string bareDrive = drive;
+        while (!bareDrive.empty() && bareDrive.back() == '\\')
+            bareDrive.pop_back();
+        if (!bareDrive.empty() && rest.rfind(bareDrive, 0) == 0)
+            rest.erase(0, bareDrive.size());
+        name = paths.FileName(rest);
     });
     if (folder.empty() && !drive.empty())
         folder = paths.AddBackslash(drive);
@@ -183,7 +191,6 @@ bool frm_DialogFile::enterTypedFolder(const std::string& box)
                 hGotoFolder(folder, false, {});
         });
     }
-    // A bare drive names no file.
     if (name == "." || name.empty())
         return true;
     bool entered = false;

@@ -5,11 +5,16 @@
 #include "desktop/DesktopRegistry.h"
 #include "desktop/LocationPaths.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QMimeDatabase>
+#include <QProcess>
 #include <QRegularExpression>
+#include <QStandardPaths>
 #include <QTemporaryDir>
+#include <algorithm>
+#include <cstring>
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -42,6 +47,44 @@ TEST(DesktopFiles, WriteTextFileReplacesTheWholeFileOrFailsHonestlyKeepingTheOld
     EXPECT_FALSE(files.WriteTextFile(path + "/inside.txt", "x", "", -1));
     EXPECT_FALSE(files.WriteTextFile("", "x", "", -1));
     EXPECT_EQ(contentOf(path), QByteArray("Grüße\n"));
+}
+
+TEST(DesktopFiles, WriteTextFileWritesTheNamedEncodingOrNothing)
+{
+    QTemporaryDir dir;
+    DesktopFiles files;
+    const std::string path = pathIn(dir, "text.txt");
+    const std::string notUtf8 = "caf\xe9 \xff\xfe";
+    struct Row {
+        const char* encoding;
+        std::string text;
+        std::optional<QByteArray> bytes; ///< none: refused, the old content stays
+    };
+    const Row rows[] = {
+        {"", "Grüße",
+         QByteArray("Gr\xc3\xbc\xc3\x9f"
+                    "e")},
+        {"UTF-8", notUtf8, QByteArray::fromStdString(notUtf8)},
+        {"utf8", "a\r\nb", QByteArray("a\r\nb")},
+        {"ISO-8859-1", "Grüße",
+         QByteArray("Gr\xfc\xdf"
+                    "e")},
+        {"Latin1", "\xc3\xa9", QByteArray("\xe9")},
+        {"ISO-8859-1", "€", std::nullopt},
+        {"ISO-8859-1", notUtf8, std::nullopt},
+        {"UTF-16LE", "aä",
+         QByteArray("\xff\xfe"
+                    "a\0\xe4\0",
+                    6)},
+        {"UTF-16BE", "a", QByteArray("\xfe\xff\0a", 4)},
+        {"no-such-encoding", "x", std::nullopt},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.encoding);
+        ASSERT_TRUE(files.WriteTextFile(path, "alt", "", -1));
+        EXPECT_EQ(files.WriteTextFile(path, row.text, row.encoding, -1), row.bytes.has_value());
+        EXPECT_EQ(contentOf(path), row.bytes.value_or("alt"));
+    }
 }
 
 TEST(DesktopFiles, WriteTextFileIntoAReadOnlyFolderFails)
@@ -113,28 +156,142 @@ std::vector<std::string> listed(DesktopFiles& files, const std::string& folder,
     return names;
 }
 
-TEST(DesktopFiles, LocationsReachLinuxPathsAndOddNamesStayByteExact)
+void touch(const std::string& posix)
+{
+    ::close(::open(posix.c_str(), O_CREAT | O_WRONLY, 0644));
+}
+
+// Every name a Linux folder can hold is listed, found, sized and deleted
+// through its location string, and nothing else goes with it.
+TEST(DesktopFiles, OddNamesAreListedChosenAndDeletedByteExact)
 {
     QTemporaryDir dir;
     DesktopFiles files;
     const std::string root = QFile::encodeName(dir.path()).toStdString();
-    const std::string odd = "caf\xe9 a\\b:c\nd";
-    const std::string posix = root + "/" + odd;
-    ::close(::open(posix.c_str(), O_CREAT | O_WRONLY, 0644));
     const std::string folder = fw::desktop::PosixToLocation(root + "/");
     ASSERT_EQ(folder.substr(0, 3), "C:\\");
-    const auto entries = files.ListFiles(folder, "*.*");
-    ASSERT_EQ(entries.size(), 1u);
-    // The listed name, combined with the folder, is the file: shown, chosen, deleted.
-    const std::string location = folder + entries[0].Name;
-    EXPECT_TRUE(files.FileExists(location));
-    EXPECT_EQ(files.SystemPath(location).value_or("?"), posix);
-    EXPECT_TRUE(files.DeleteFile(location));
-    EXPECT_NE(::access(root.c_str(), F_OK), -1);
-    EXPECT_EQ(::access(posix.c_str(), F_OK), -1);
+    const std::string names[] = {
+        "caf\xe9 not UTF-8",
+        "a\\b:c*?\"<>|",
+        "line\nbreak",
+        "tab\there",
+        "\xe2\x80\xae"
+        "fdp.exe",
+        "-rf --help",
+        std::string(255, 'n'),
+        "Case.txt",
+        "CASE.TXT",
+        "\xef\x9c\x81 escape block",
+    };
+    for (const std::string& name : names)
+        touch(root + "/" + name);
+    const auto entries = files.ListFiles(folder, "*");
+    ASSERT_EQ(entries.size(), std::size(names)) << "two names equal but for case both show";
+    for (const std::string& name : names) {
+        SCOPED_TRACE(fw::desktop::DisplayName(fw::desktop::NameToLocation(name)));
+        const auto entry = std::find_if(entries.begin(), entries.end(), [&](const auto& e) {
+            return fw::desktop::NameFromLocation(e.Name) == name;
+        });
+        ASSERT_NE(entry, entries.end());
+        const std::string location = folder + entry->Name;
+        EXPECT_EQ(files.SystemPath(location).value_or("?"), root + "/" + name);
+        EXPECT_TRUE(files.FileExists(location));
+        EXPECT_EQ(files.FileSize(location), 0);
+        EXPECT_TRUE(files.WriteTextFile(location, "neu", "", -1));
+        EXPECT_TRUE(files.DeleteFile(location));
+        EXPECT_EQ(::access((root + "/" + name).c_str(), F_OK), -1);
+    }
+    EXPECT_TRUE(files.ListFiles(folder, "*").empty());
     EXPECT_TRUE(files.CreateFolder(folder + "neu\\tief\\"));
     EXPECT_TRUE(QFileInfo(dir.filePath("neu/tief")).isDir());
     EXPECT_FALSE(files.FileExists("DESKTOP:\\"));
+}
+
+// Paths up to the system's limit of 4096 bytes work; longer ones fail
+// cleanly, and a tree that deep deletes.
+TEST(DesktopFiles, PathsAsLongAsTheSystemAllowsWorkAndLongerOnesFail)
+{
+    QTemporaryDir dir;
+    DesktopFiles files;
+    const std::string root = QFile::encodeName(dir.path()).toStdString();
+    std::string deep = root;
+    const std::size_t length = 4093; // with "/f" 4095 bytes, and the final NUL 4096
+    while (length - deep.size() > 256)
+        deep.append(1, '/').append(250, 'd');
+    const std::size_t last = length - deep.size() - 1;
+    deep.append(1, '/').append(last, 'e');
+    const std::string folder = fw::desktop::PosixToLocation(deep);
+    ASSERT_TRUE(files.CreateFolder(folder));
+    const std::string file = folder + "\\f";
+    EXPECT_EQ(deep.size() + 2, 4095u);
+    EXPECT_TRUE(files.WriteTextFile(file, "x", "", -1));
+    EXPECT_TRUE(files.FileExists(file));
+    EXPECT_EQ(files.ListFiles(folder, "*").size(), 1u);
+    EXPECT_FALSE(files.CreateFolder(folder + "\\toolong"));
+    EXPECT_FALSE(files.FileExists(file + "xx"));
+    EXPECT_EQ(files.FolderError(folder + "\\toolong"), std::strerror(ENAMETOOLONG));
+    EXPECT_TRUE(
+        files.DeleteFolder(fw::desktop::PosixToLocation(root + "/" + std::string(250, 'd'))));
+    EXPECT_EQ(QDir(dir.path()).entryList(QDir::NoDotAndDotDot | QDir::AllEntries).size(), 0);
+}
+
+// What a listing reports when a folder cannot be shown: the system's reason.
+TEST(DesktopFiles, FolderErrorGivesTheSystemsReason)
+{
+    QTemporaryDir dir;
+    DesktopFiles files;
+    QDir base(dir.path());
+    for (const char* folder : {"fine", "shown", "locked"})
+        base.mkdir(folder);
+    QFile(dir.filePath("file.txt")).open(QIODevice::WriteOnly);
+    QFile::link(dir.filePath("loop"), dir.filePath("loop"));
+    QFile::link(dir.filePath("fine"), dir.filePath("toFine"));
+    QFile::setPermissions(dir.filePath("locked"), {});
+    const auto at = [&](const char* name) { return dir.filePath(name).toStdString() + "/"; };
+    // Listed, then removed while shown: the next look must not answer from memory.
+    ASSERT_TRUE(files.FolderError(at("shown")).empty());
+    files.ListFiles(at("shown"), "*");
+    base.rmdir("shown");
+
+    struct Row {
+        const char* name;
+        int error; ///< 0: readable
+    };
+    const Row rows[] = {
+        {"fine", 0},
+        {"toFine", 0},
+        {"shown", ENOENT},
+        {"missing", ENOENT},
+        {"file.txt", ENOTDIR},
+        {"loop", ELOOP},
+        {"locked", geteuid() == 0 ? 0 : EACCES}, // root reads every folder
+    };
+    for (const Row& row : rows) {
+        EXPECT_EQ(files.FolderError(at(row.name)), row.error ? std::strerror(row.error) : "")
+            << row.name;
+        if (row.error) {
+            EXPECT_TRUE(files.ListFiles(at(row.name), "*").empty()) << row.name;
+        }
+    }
+    EXPECT_EQ(files.FolderError("DESKTOP:\\"), std::strerror(ENOENT));
+    QFile::setPermissions(dir.filePath("locked"),
+                          QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+
+    // Root reads every folder, so the locked row runs again as nobody.
+    const QString setpriv = QStandardPaths::findExecutable("setpriv");
+    if (geteuid() != 0 || setpriv.isEmpty())
+        return;
+    QProcess child;
+    child.setProcessChannelMode(QProcess::MergedChannels);
+    child.start(setpriv, {"--reuid=65534", "--regid=65534", "--clear-groups",
+                          QCoreApplication::applicationFilePath(),
+                          "--gtest_filter=DesktopFiles.FolderErrorGivesTheSystemsReason"});
+    ASSERT_TRUE(child.waitForFinished(60000));
+    const QByteArray output = child.readAll();
+    if (!output.contains("[==========]")) // nobody may not reach a build below /root
+        GTEST_SKIP() << "cannot run the tests as nobody: " << output.toStdString();
+    EXPECT_EQ(child.exitCode(), 0) << output.toStdString();
+    EXPECT_TRUE(output.contains("[  PASSED  ] 1 test")) << output.toStdString();
 }
 
 TEST(DesktopFiles, PatternsAndLinksListAsTheUserExpects)
@@ -177,9 +334,14 @@ TEST(DesktopFiles, DeletingNeverFollowsALinkOutOfTheTree)
     QFile::link(dir.filePath("outside"), dir.filePath("tree/deep/toOutside"));
     QFile::link(dir.filePath("outside"), dir.filePath("linkToFolder"));
     QFile::link(dir.filePath("outside/keep/precious.txt"), dir.filePath("linkToFile"));
+    QFile::link(dir.filePath("outside"), dir.filePath("linkAsFolder"));
 
     EXPECT_TRUE(files.DeleteFile(dir.filePath("linkToFile").toStdString()));
     EXPECT_TRUE(files.DeleteFolder(dir.filePath("linkToFolder").toStdString()));
+    // A chooser names folders with a trailing separator; the link still goes alone.
+    EXPECT_TRUE(files.DeleteFolder(
+        fw::desktop::PosixToLocation(dir.filePath("linkAsFolder").toStdString()) + "\\"));
+    EXPECT_FALSE(QFileInfo(dir.filePath("linkAsFolder")).isSymLink());
     EXPECT_TRUE(files.DeleteFolder(dir.filePath("tree").toStdString()));
     EXPECT_FALSE(QFileInfo::exists(dir.filePath("tree")));
     EXPECT_FALSE(QFileInfo(dir.filePath("linkToFolder")).isSymLink());

@@ -17,17 +17,17 @@
 #include "host/mdl_CoreDevWrapper.h"
 #include "testing/TestHost.h"
 
-#include <QDir>
-#include <QFile>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <fstream>
 #include <functional>
 
 using namespace fw;
 using namespace fw::testing;
 namespace fs = std::filesystem;
+using Texts = std::vector<std::string>;
 
 namespace {
 
@@ -35,42 +35,27 @@ const std::string kUserKey = "Software\\Valdrenix\\Core\\Settings\\FolderFavorit
 const std::string kAppKey = "Software\\Valdrenix\\TestApp\\Ext\\FolderFavorites";
 const std::string kDeleteIcon = "Ico\\32\\Computer\\Signs\\Delete.ico";
 
-// The desktop's real files, with the scripted host's network beside them and
-// a switch that makes every change fail as a full or locked disk would.
+// The desktop's real files with the scripted host's network beside them, and a
+// switch that makes every change fail as a full or locked disk would.
+// clang-format off
 class RealFiles final : public CoreDevFiles {
   public:
     explicit RealFiles(std::shared_ptr<NetworkService> network) : m_network(std::move(network)) {}
     bool refuseChanges = false;
     desktop::DesktopFiles real;
 
-    bool WriteTextFile(const std::string& p, const std::string& t, const std::string& e,
-                       int f) override
-    {
-        return real.WriteTextFile(p, t, e, f);
-    }
+    bool WriteTextFile(const std::string& p, const std::string& t, const std::string& e, int f) override { return real.WriteTextFile(p, t, e, f); }
     bool DeleteFile(const std::string& p) override { return !refuseChanges && real.DeleteFile(p); }
-    std::vector<FileEntry> ListFiles(const std::string& f, const std::string& p) override
-    {
-        return real.ListFiles(f, p);
-    }
-    bool DeleteFolder(const std::string& p) override
-    {
-        return !refuseChanges && real.DeleteFolder(p);
-    }
+    std::vector<FileEntry> ListFiles(const std::string& f, const std::string& p) override { return real.ListFiles(f, p); }
+    bool DeleteFolder(const std::string& p) override { return !refuseChanges && real.DeleteFolder(p); }
     bool FileExists(const std::string& p) override { return real.FileExists(p); }
     bool FolderExists(const std::string& p) override { return real.FolderExists(p); }
     std::int64_t FileSize(const std::string& p) override { return real.FileSize(p); }
     std::int64_t FileDate(const std::string& p) override { return real.FileDate(p); }
-    bool CreateFolder(const std::string& p) override
-    {
-        return !refuseChanges && real.CreateFolder(p);
-    }
+    bool CreateFolder(const std::string& p) override { return !refuseChanges && real.CreateFolder(p); }
     std::string SizeText(std::int64_t b) override { return real.SizeText(b); }
     bool IsRealFile(const std::string& p) override { return real.IsRealFile(p); }
-    bool synchronise(const std::string& s, const std::string& t) override
-    {
-        return real.synchronise(s, t);
-    }
+    bool synchronise(const std::string& s, const std::string& t) override { return real.synchronise(s, t); }
     int DriveType(const std::string& d) override { return real.DriveType(d); }
     StringList DrivesOfType(int t) override { return real.DrivesOfType(t); }
     std::string VolumeLabel(const std::string& d) override { return real.VolumeLabel(d); }
@@ -80,6 +65,7 @@ class RealFiles final : public CoreDevFiles {
   private:
     std::shared_ptr<NetworkService> m_network;
 };
+// clang-format on
 
 // A chooser with nothing but a list: moves and refills are recorded, not made.
 class RecordingChooser final : public ChooserSite {
@@ -88,7 +74,7 @@ class RecordingChooser final : public ChooserSite {
     ListView* list = form.Add<ListView>(QStringLiteral("lst_Files"));
     LocationModel places;
     ChooserFavorites favourites;
-    std::vector<std::string> steps;
+    Texts steps;
 
     Form& ChooserForm() override { return form; }
     LocationModel& Places() override { return places; }
@@ -100,12 +86,10 @@ class RecordingChooser final : public ChooserSite {
     void OpenSelected() override { steps.push_back("Open"); }
 };
 
-using Steps = std::vector<std::string>;
-
 class ChooserCommandsTest : public ::testing::Test {
   protected:
     ScopedTestHost host;
-    std::shared_ptr<RealFiles> files;
+    std::shared_ptr<RealFiles> files = std::make_shared<RealFiles>(host->CoreDevFiles->Network());
     QTemporaryDir dir;
     std::string root; ///< the temporary folder as a location, with "\"
     RecordingChooser chooser;
@@ -114,13 +98,11 @@ class ChooserCommandsTest : public ::testing::Test {
 
     void SetUp() override
     {
-        files = std::make_shared<RealFiles>(host->CoreDevFiles->Network());
         host->CoreDevFiles = files;
         host->CoreDevText = std::make_shared<desktop::DesktopText>();
         ASSERT_TRUE(dir.isValid());
-        root = files->real.LocationOf(dir.path().toStdString() + "/");
+        root = files->real.LocationOf(disk(""));
         chooser.places.CurrentPath = root;
-        chooser.favourites.Load();
     }
 
     std::string disk(const std::string& relative) const
@@ -130,44 +112,48 @@ class ChooserCommandsTest : public ::testing::Test {
     void makeFile(const std::string& relative) const
     {
         fs::create_directories(fs::path(disk(relative)).parent_path());
-        QFile file(QString::fromStdString(disk(relative)));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        std::ofstream{disk(relative)};
     }
-    void makeFolder(const std::string& relative) const { fs::create_directories(disk(relative)); }
+    /// Starts a case: the lists as saved, the chooser at place, nothing recorded.
+    void start(const std::string& place, const std::vector<FavoriteItem>& user = {},
+               const std::vector<FavoriteItem>& app = {})
+    {
+        host->favourites[kUserKey] = user;
+        host->favourites[kAppKey] = app;
+        chooser.favourites.Load();
+        chooser.places.CurrentPath = place.empty() ? root : place;
+        chooser.list->ListItems().Clear();
+        chooser.steps.clear();
+        host->clearCalls();
+    }
     /// A row of the list, selected as a click would.
     void selectRow(const std::string& key, const std::string& text)
     {
-        ListItem& row = chooser.list->ListItems().Add(QString::fromStdString(key),
-                                                      QString::fromStdString(text));
-        chooser.list->SetSelectedItem(&row);
+        chooser.list->SetSelectedItem(&chooser.list->ListItems().Add(QString::fromStdString(key),
+                                                                     QString::fromStdString(text)));
     }
-    std::string lastMessage(const std::string& operation) const
+    /// The last message shown, refusal or failure; "" for none.
+    std::string lastMessage() const
     {
-        const auto calls = host->callsTo(operation);
-        return calls.empty() ? std::string() : calls.back();
+        std::string last;
+        for (const std::string& call : host->calls)
+            if (call.rfind("ShowInfo(", 0) == 0 || call.rfind("ShowError(", 0) == 0)
+                last = call;
+        return last;
     }
-    void favourite(const std::string& key, const std::string& name, const std::string& path,
-                   const std::string& icon = {})
+    std::string firstQuestion() const
     {
-        host->favourites[key].push_back(FavoriteItem{name, {}, icon, path});
-        chooser.favourites.Load();
+        const auto asked = host->callsTo("AskQuestion");
+        return asked.empty() ? std::string() : asked.front();
     }
-    std::vector<std::string> saved(const std::string& key)
+    /// A saved list as "name=path" entries.
+    Texts saved(const std::string& key)
     {
-        std::vector<std::string> names;
+        Texts entries;
         for (const FavoriteItem& item : host->favourites[key])
-            names.push_back(item.Name + "=" + item.Path);
-        return names;
+            entries.push_back(item.Name + "=" + item.Path);
+        return entries;
     }
-};
-
-struct MenuCase {
-    const char* name;
-    bool onRow;
-    bool selected;
-    std::vector<std::string> mapped;
-    std::vector<FavoriteItem> user, app;
-    std::vector<std::string> rows;
 };
 
 const std::string kCreate = "Neuen Ordner erstellen|CREATEFOLDER|-1|-1|0|"
@@ -182,57 +168,43 @@ const std::string kDisconnect =
 const std::string kFavourites =
     "Favoriten löschen|REMOVEFAVORITE|-1|-1|0|"
     "Ico\\20\\Computer\\Signs\\Favorite.ico#Ico\\20\\Overlay\\Remove.ico";
-const std::string kFavouriteIcon = "Ico\\20\\Computer\\Folders\\Favorite.ico";
+const std::string kStar = "-1|-1|0|Ico\\20\\Computer\\Folders\\Favorite.ico";
+const std::string kNethood = "-1|-1|0|Ico\\20\\Computer\\Folders\\Nethood.ico";
+
+struct MenuCase {
+    const char* name;
+    bool onRow, selected;
+    Texts mapped;
+    std::vector<FavoriteItem> user, app;
+    Texts rows;
+};
 
 TEST_F(ChooserCommandsTest, ToolsMenuShowsEachRowOnlyUnderItsCondition)
 {
+    const FavoriteItem mine{"Mine", "", "Ico\\16\\Own\\Star.ico", "C:\\a\\"};
+    const FavoriteItem plain{"Plain", "", "", "C:\\b\\"}, theirs{"Theirs", "", "", "C:\\c\\"};
+    // clang-format off
     const MenuCase cases[] = {
         {"bare", false, false, {}, {}, {}, {kCreate, "-", kConnect}},
-        {"right click on a selected row",
-         true,
-         true,
-         {},
-         {},
-         {},
-         {"Öffnen|OPEN|-1|-1|0|Ico\\20\\Computer\\Signs\\OK.ico", "-", kCreate, kDelete, "-",
-          kConnect}},
-        {"mapped drives",
-         false,
-         false,
-         {"Y:", "Z:"},
-         {},
-         {},
-         {kCreate, "-", kConnect, kDisconnect,
-          "> Y:|REMOVECONNECTION.Y:|-1|-1|0|Ico\\20\\Computer\\Folders\\Nethood.ico",
-          "> Z:|REMOVECONNECTION.Z:|-1|-1|0|Ico\\20\\Computer\\Folders\\Nethood.ico"}},
-        {"both favourite lists, the user's first",
-         false,
-         false,
-         {},
-         {{"Mine", "", "Ico\\16\\Own\\Star.ico", "C:\\a\\"}, {"Plain", "", "", "C:\\b\\"}},
-         {{"Theirs", "", "", "C:\\c\\"}},
+        {"right click on a selected row", true, true, {}, {}, {},
+         {"Öffnen|OPEN|-1|-1|0|Ico\\20\\Computer\\Signs\\OK.ico", "-", kCreate, kDelete, "-", kConnect}},
+        {"mapped drives", false, false, {"Y:", "Z:"}, {}, {},
+         {kCreate, "-", kConnect, kDisconnect, "> Y:|REMOVECONNECTION.Y:|" + kNethood,
+          "> Z:|REMOVECONNECTION.Z:|" + kNethood}},
+        {"both favourite lists, the user's first", false, false, {}, {mine, plain}, {theirs},
          {kCreate, "-", kConnect, "-", kFavourites,
           "> Mine|REMOVEFAVORITE.USER.1|-1|-1|0|Ico\\20\\Own\\Star.ico",
-          "> Plain|REMOVEFAVORITE.USER.2|-1|-1|0|" + kFavouriteIcon, "> -",
-          "> Theirs|REMOVEFAVORITE.APP.1|-1|-1|0|" + kFavouriteIcon}},
-        {"application favourites alone, no separator",
-         false,
-         false,
-         {},
-         {},
-         {{"Theirs", "", "", "C:\\c\\"}},
-         {kCreate, "-", kConnect, "-", kFavourites,
-          "> Theirs|REMOVEFAVORITE.APP.1|-1|-1|0|" + kFavouriteIcon}},
+          "> Plain|REMOVEFAVORITE.USER.2|" + kStar, "> -", "> Theirs|REMOVEFAVORITE.APP.1|" + kStar}},
+        {"application favourites alone, no separator", false, false, {}, {}, {theirs},
+         {kCreate, "-", kConnect, "-", kFavourites, "> Theirs|REMOVEFAVORITE.APP.1|" + kStar}},
     };
+    // clang-format on
     for (const MenuCase& c : cases) {
         SCOPED_TRACE(c.name);
+        start("", c.user, c.app);
         host->network.mapped.clear();
         for (const std::string& drive : c.mapped)
-            host->network.mapped[drive] = "\\\\server\\" + drive.substr(0, 1);
-        host->favourites[kUserKey] = c.user;
-        host->favourites[kAppKey] = c.app;
-        chooser.favourites.Load();
-        chooser.list->ListItems().Clear();
+            host->network.mapped[drive] = "\\\\server\\" + drive;
         if (c.selected)
             selectRow(root + "a.txt", "a.txt");
         host->menus.clear();
@@ -241,49 +213,34 @@ TEST_F(ChooserCommandsTest, ToolsMenuShowsEachRowOnlyUnderItsCondition)
         ASSERT_FALSE(host->menus.empty());
         EXPECT_EQ(host->menus.back()->rows, c.rows);
         EXPECT_EQ(host->callsTo("PopupMenu.Popup").size(), 1u);
-        host->clearCalls();
     }
 }
 
 struct RunCase {
     const char* name;
-    std::string current;
-    std::string chosen;
-    Steps steps;
-    std::vector<std::string> disconnected;
+    std::string current, chosen;
+    Texts steps, disconnected;
 };
 
 TEST_F(ChooserCommandsTest, ChosenMenuKeysRunTheirCommand)
 {
+    // clang-format off
     const RunCase cases[] = {
         {"open", "C:\\x\\", "OPEN", {"Open"}, {}},
         {"head compared in capitals", "C:\\x\\", "open", {"Open"}, {}},
         {"map drive has no dialog yet", "C:\\x\\", "ADDCONNECTION", {}, {}},
         {"disconnect needs a drive", "C:\\x\\", "REMOVECONNECTION", {}, {}},
-        {"disconnect the shown drive",
-         "Z:\\docs\\",
-         "REMOVECONNECTION.Z:",
-         {"Goto WORKSTATION:\\"},
-         {"Disconnect(Z:)"}},
-        {"disconnect another drive",
-         "C:\\x\\",
-         "REMOVECONNECTION.Z:",
-         {"Update"},
-         {"Disconnect(Z:)"}},
-        {"a failed disconnect changes nothing",
-         "C:\\x\\",
-         "REMOVECONNECTION.Q:",
-         {},
-         {"Disconnect(Q:)"}},
+        {"disconnect the shown drive", "Z:\\docs\\", "REMOVECONNECTION.Z:", {"Goto WORKSTATION:\\"}, {"Disconnect(Z:)"}},
+        {"disconnect another drive", "C:\\x\\", "REMOVECONNECTION.Z:", {"Update"}, {"Disconnect(Z:)"}},
+        {"a failed disconnect changes nothing", "C:\\x\\", "REMOVECONNECTION.Q:", {}, {"Disconnect(Q:)"}},
         {"unknown key", "C:\\x\\", "NOTHING.AT.ALL", {}, {}},
         {"menu closed without a choice", "C:\\x\\", "", {}, {}},
     };
+    // clang-format on
     for (const RunCase& c : cases) {
         SCOPED_TRACE(c.name);
+        start(c.current);
         host->network.mapped = {{"Z:", "\\\\server\\share"}};
-        chooser.places.CurrentPath = c.current;
-        chooser.steps.clear();
-        host->clearCalls();
         host->queueMenuChoice(c.chosen);
 
         commands.ToolsMenu(false);
@@ -292,220 +249,140 @@ TEST_F(ChooserCommandsTest, ChosenMenuKeysRunTheirCommand)
     }
 }
 
+const std::string kCreateFailed =
+    "ShowError(Der Ordner konnte nicht angelegt werden. Entweder besteht schon ein Ordner mit dem "
+    "gleichen Namen oder Sie haben keine Schreibberichtigung in diesem Ordner.|)";
+
 struct CreateCase {
     const char* name;
-    std::string place; ///< "" for the temporary folder itself
-    std::string answer;
+    std::string place, answer;
     bool diskRefuses;
-    std::string made; ///< folder expected on disk, relative; "" for none
-    std::string refusal, failure;
+    std::string made; ///< the new folder, relative; "" for none
+    std::string message;
 };
 
 TEST_F(ChooserCommandsTest, NewFolderIsMadeWhereTheChooserStandsAndOpened)
 {
     host->folders.desktop = files->real.LocationOf(disk("Desk"));
-    makeFolder("Desk");
-    makeFolder("Home");
-    makeFolder("Taken");
-    chooser.places.UserPath = files->real.LocationOf(disk("Home")) + "\\";
+    chooser.places.UserPath = root + "Home\\";
+    makeFile("Desk/x");
+    makeFile("Home/x");
+    makeFile("Taken/x");
+    // clang-format off
     const CreateCase cases[] = {
-        {"in a real folder", "", "Neu", false, "Neu", "", ""},
-        {"on the desktop", "DESKTOP:\\", "Notizen", false, "Desk/Notizen", "", ""},
-        {"in the user folder", "USER:\\", "Briefe", false, "Home/Briefe", "", ""},
-        {"cancelled", "", "", false, "", "", ""},
-        {"not in a place without folders", "WORKSTATION:\\", "X", false, "",
-         "ShowInfo(Hier können Sie keine Ordner anlegen!|)", ""},
-        {"the disk refuses", "", "Voll", true, "", "",
-         "ShowError(Der Ordner konnte nicht angelegt werden. Entweder besteht schon ein Ordner mit "
-         "dem gleichen Namen oder Sie haben keine Schreibberichtigung in diesem Ordner.|)"},
-        {"the name is taken", "", "Taken", false, "", "", "the same failure"},
+        {"in a real folder", "", "Neu", false, "Neu", ""},
+        {"on the desktop", "DESKTOP:\\", "Notizen", false, "Desk/Notizen", ""},
+        {"in the user folder", "USER:\\", "Briefe", false, "Home/Briefe", ""},
+        {"cancelled", "", "", false, "", ""},
+        {"no folders in a virtual place", "WORKSTATION:\\", "X", false, "", "ShowInfo(Hier können Sie keine Ordner anlegen!|)"},
+        {"the disk refuses", "", "Voll", true, "", kCreateFailed},
+        {"the name is taken", "", "Taken", false, "", kCreateFailed},
     };
+    // clang-format on
     for (const CreateCase& c : cases) {
         SCOPED_TRACE(c.name);
-        chooser.places.CurrentPath = c.place.empty() ? root : c.place;
-        chooser.steps.clear();
-        host->clearCalls();
+        start(c.place);
         files->refuseChanges = c.diskRefuses;
         host->answers("AskText") = {c.answer};
 
         commands.Run("CREATEFOLDER");
-        EXPECT_EQ(lastMessage("ShowInfo"), c.refusal);
-        if (std::string(c.failure) == "the same failure")
-            EXPECT_NE(lastMessage("ShowError").find("Der Ordner konnte nicht"), std::string::npos);
-        else
-            EXPECT_EQ(lastMessage("ShowError"), c.failure);
-        if (!c.refusal.empty()) {
-            EXPECT_FALSE(host->wasCalled("AskText"));
-            continue;
-        }
-        EXPECT_EQ(lastMessage("AskText"), "AskText(Geben Sie den Namen für den neuen Ordner ein:|"
-                                          "Ordner anlegen:|Neuer Ordner)");
+        EXPECT_EQ(lastMessage(), c.message);
+        const bool refused = c.message.rfind("ShowInfo", 0) == 0;
+        EXPECT_EQ(host->callsTo("AskText"),
+                  refused ? Texts{}
+                          : Texts{"AskText(Geben Sie den Namen für den neuen Ordner ein:|"
+                                  "Ordner anlegen:|Neuer Ordner)"});
         if (c.made.empty()) {
-            EXPECT_TRUE(chooser.steps.empty());
+            EXPECT_EQ(chooser.steps, Texts{});
             continue;
         }
         EXPECT_TRUE(fs::is_directory(disk(c.made)));
-        ASSERT_EQ(chooser.steps.size(), 1u);
-        EXPECT_EQ(chooser.steps[0], "Goto " + files->real.LocationOf(disk(c.made)) + "\\");
+        EXPECT_EQ(chooser.steps, Texts{"Goto " + files->real.LocationOf(disk(c.made)) + "\\"});
     }
-    files->refuseChanges = false;
 }
 
 struct DeleteCase {
     const char* name;
-    std::string key; ///< relative to the temporary folder; "USER" for "USER:\"
+    std::string key; ///< relative to the temporary folder; "USER:\" as it is
     std::string text;
     std::int32_t answer;
     bool diskRefuses;
-    std::string question; ///< "text|title|style|icon|key" as asked; "" for none
-    std::string refusal, failure;
-    Steps steps;
+    std::string question, message;
+    Texts steps;
 };
 
 TEST_F(ChooserCommandsTest, DeleteAsksThenRemovesTheSelectedFileOrFolder)
 {
-    const auto fileQuestion = [](const std::string& name) {
-        return "Sind sie sicher, daß Sie die Datei '" + name +
-               "' endgültig löschen wollen?|Datei löschen?|4||";
+    const auto aboutFile = [](const std::string& name) {
+        return "AskQuestion(Sind sie sicher, daß Sie die Datei '" + name +
+               "' endgültig löschen wollen?|Datei löschen?|4||)";
     };
-    const std::string folderQuestion = "|Ordner Löschen|4|" + kDeleteIcon + "|";
+    const auto aboutFolder = [](const std::string& name) {
+        return "AskQuestion(Sind Sie sicher, daß Sie den Ordner '" + name +
+               "' endgültig löschen wollen?|Ordner Löschen|4|" + kDeleteIcon + "|)";
+    };
+    // clang-format off
     const DeleteCase cases[] = {
-        {"no row selected",
-         "",
-         "",
-         0,
-         false,
-         "",
-         "ShowInfo(Wählen Sie aus der Liste erst die Datei oder den Ordner aus, den Sie löschen "
-         "wollen!|)",
-         "",
-         {}},
-        {"file, answered No", "a.txt", "a.txt", ResultNo, false, fileQuestion("a.txt"), "", "", {}},
-        {"file", "a.txt", "a.txt", ResultYes, false, fileQuestion("a.txt"), "", "", {"Update"}},
-        {"file the disk keeps",
-         "b.txt",
-         "b.txt",
-         ResultYes,
-         true,
-         fileQuestion("b.txt"),
-         "",
-         "ShowError(Die Datei 'b.txt' konnte nicht gelöscht werden. Möglicherweise greift noch "
-         "ein anderes Programm auf diese Datei zu oder Sie verfügen nicht über die notwendigen "
-         "Zugriffsrechte|)",
-         {}},
-        {"no real file",
-         "gone.txt",
-         "gone.txt",
-         ResultYes,
-         false,
-         "",
-         "ShowInfo(Sie können nur echte Dateie löschen!|)",
-         "",
-         {}},
-        {"folder with content",
-         "sub\\",
-         "sub",
-         ResultYes,
-         false,
-         "Sind Sie sicher, daß Sie den Ordner 'sub' endgültig löschen wollen?" + folderQuestion,
-         "",
-         "",
-         {"Update"}},
-        {"link to a folder",
-         "link\\",
-         "link",
-         ResultYes,
-         false,
-         "Sind Sie sicher, daß Sie den Ordner 'link' endgültig löschen wollen?" + folderQuestion,
-         "",
-         "",
-         {"Update"}},
-        {"folder the disk keeps",
-         "keep\\",
-         "keep",
-         ResultYes,
-         true,
-         "Sind Sie sicher, daß Sie den Ordner 'keep' endgültig löschen wollen?" + folderQuestion,
-         "",
-         "ShowError(Der Ordner 'keep' konnte nicht gelöscht werden. Möglicherweise greift noch ein "
-         "Programm darauf zu oder Sie verfügen nicht über die benötigten Zugriffsrechte.|)",
-         {}},
-        {"no folder",
-         "gone\\",
-         "gone",
-         ResultYes,
-         false,
-         "",
-         "ShowInfo(Sie können nur normale Ordner löschen!|)",
-         "",
-         {}},
-        {"the user folder's alias",
-         "USER",
-         "Eigene Dateien",
-         ResultYes,
-         false,
-         "Sind Sie sicher, daß Sie den Ordner 'Eigene Dateien' endgültig löschen wollen?" +
-             folderQuestion,
-         "",
-         "",
-         {"Update"}},
+        {"no row selected", "", "", 0, false, "",
+         "ShowInfo(Wählen Sie aus der Liste erst die Datei oder den Ordner aus, den Sie löschen wollen!|)", {}},
+        {"file, answered No", "a.txt", "a.txt", ResultNo, false, aboutFile("a.txt"), "", {}},
+        {"file", "a.txt", "a.txt", ResultYes, false, aboutFile("a.txt"), "", {"Update"}},
+        {"file the disk keeps", "b.txt", "b.txt", ResultYes, true, aboutFile("b.txt"),
+         "ShowError(Die Datei 'b.txt' konnte nicht gelöscht werden. Möglicherweise greift noch ein anderes "
+         "Programm auf diese Datei zu oder Sie verfügen nicht über die notwendigen Zugriffsrechte|)", {}},
+        {"no real file", "gone.txt", "gone.txt", ResultYes, false, "", "ShowInfo(Sie können nur echte Dateie löschen!|)", {}},
+        {"folder with content", "sub\\", "sub", ResultYes, false, aboutFolder("sub"), "", {"Update"}},
+        {"link to a folder", "link\\", "link", ResultYes, false, aboutFolder("link"), "", {"Update"}},
+        {"folder the disk keeps", "keep\\", "keep", ResultYes, true, aboutFolder("keep"),
+         "ShowError(Der Ordner 'keep' konnte nicht gelöscht werden. Möglicherweise greift noch ein Programm "
+         "darauf zu oder Sie verfügen nicht über die benötigten Zugriffsrechte.|)", {}},
+        {"no folder", "gone\\", "gone", ResultYes, false, "", "ShowInfo(Sie können nur normale Ordner löschen!|)", {}},
+        {"the user folder's alias", "USER:\\", "Eigene", ResultYes, false, aboutFolder("Eigene"), "", {"Update"}},
     };
-    makeFile("a.txt");
-    makeFile("b.txt");
-    makeFile("sub/inner.txt");
-    makeFile("real/kept.txt");
-    makeFolder("keep");
-    makeFile("home/x.txt");
+    // clang-format on
+    for (const char* file :
+         {"a.txt", "b.txt", "sub/inner.txt", "real/kept.txt", "keep/x", "home/x"})
+        makeFile(file);
     fs::create_directory_symlink(disk("real"), disk("link"));
     chooser.places.UserPath = root + "home\\";
     for (const DeleteCase& c : cases) {
         SCOPED_TRACE(c.name);
-        chooser.list->ListItems().Clear();
+        start("");
         if (!c.text.empty())
-            selectRow(c.key == "USER" ? "USER:\\" : root + c.key, c.text);
-        chooser.steps.clear();
-        host->clearCalls();
+            selectRow(c.key == "USER:\\" ? c.key : root + c.key, c.text);
         files->refuseChanges = c.diskRefuses;
         host->answers("AskQuestion") = {std::to_string(c.answer)};
 
         commands.Run("DELETE");
-        const auto questions = host->callsTo("AskQuestion");
-        EXPECT_EQ(questions.empty() ? "" : questions[0],
-                  c.question.empty() ? "" : "AskQuestion(" + c.question + ")");
-        EXPECT_EQ(lastMessage("ShowInfo"), c.refusal);
-        EXPECT_EQ(lastMessage("ShowError"), c.failure);
+        EXPECT_EQ(firstQuestion(), c.question);
+        EXPECT_EQ(lastMessage(), c.message);
         EXPECT_EQ(chooser.steps, c.steps);
     }
-    files->refuseChanges = false;
-    EXPECT_TRUE(fs::exists(disk("b.txt")));
-    EXPECT_FALSE(fs::exists(disk("a.txt")));
-    EXPECT_FALSE(fs::exists(disk("sub")));
-    EXPECT_FALSE(fs::exists(fs::symlink_status(disk("link"))));
-    EXPECT_TRUE(fs::exists(disk("real/kept.txt"))) << "a link's target keeps its content";
-    EXPECT_TRUE(fs::exists(disk("keep")));
-    EXPECT_FALSE(fs::exists(disk("home")));
+    const auto exists = [&](const char* path) {
+        return fs::exists(fs::symlink_status(disk(path)));
+    };
+    EXPECT_FALSE(exists("a.txt") || exists("sub") || exists("link") || exists("home"));
+    EXPECT_TRUE(exists("b.txt") && exists("keep"));
+    EXPECT_TRUE(exists("real/kept.txt")) << "a link's target keeps its content";
 }
 
 struct AddCase {
     const char* name;
     std::string place; ///< "" for the temporary folder
     std::vector<FavoriteItem> user, app;
-    std::function<void(frm_DialogFolderFavorite&)> edit; ///< null: no editor expected
-    std::string refusal;
-    std::vector<std::string> savedUser, savedApp;
-    Steps steps;
-    std::string addedDetails; ///< "list: description|icon" of the entry added last
+    std::function<void(frm_DialogFolderFavorite&)> edit; ///< null: no editor may show
+    std::string message;
+    Texts savedUser, savedApp, steps;
+    std::string added; ///< "list: description|icon" of the entry added
 };
 
 TEST_F(ChooserCommandsTest, AddingAFavouriteGoesThroughTheEditorToTheChosenList)
 {
-    const auto typeName = [](frm_DialogFolderFavorite& editor, const QString& name) {
-        Focus(*editor.txt_Text);
-        PressKey(editor, Qt::Key_A, Qt::ControlModifier);
-        Type(editor, name);
+    const auto name = [](frm_DialogFolderFavorite& editor, const QString& text) {
+        Type(editor, text); // the proposed name is selected
     };
     const auto mine = [&](frm_DialogFolderFavorite& editor) {
-        typeName(editor, QStringLiteral("Projekte"));
+        name(editor, QStringLiteral("Projekte"));
         Focus(*editor.txt_Description);
         Type(editor, QStringLiteral("Alles Laufende"));
         host->queueIconChoice("Ico\\16\\Own\\Star.ico");
@@ -514,7 +391,7 @@ TEST_F(ChooserCommandsTest, AddingAFavouriteGoesThroughTheEditorToTheChosenList)
         editor.ctl_CmdBar1->Press(QStringLiteral("OK"));
     };
     const auto theirs = [&](frm_DialogFolderFavorite& editor) {
-        typeName(editor, QStringLiteral("Ablage"));
+        name(editor, QStringLiteral("Ablage"));
         host->queueIconChoice("Ico\\16\\Own\\Star.ico");
         Click(*editor.pic_Icon);
         editor.ctl_CmdBar1->Press(QStringLiteral("OK"));
@@ -522,63 +399,25 @@ TEST_F(ChooserCommandsTest, AddingAFavouriteGoesThroughTheEditorToTheChosenList)
     const auto abort = [](frm_DialogFolderFavorite& editor) {
         editor.ctl_CmdBar1->Press(QStringLiteral("ABORT"));
     };
-    const FavoriteItem other{"Alt", "", "", "C:\\alt\\"};
-    const std::string here = "=" + root;
+    const FavoriteItem other{"Alt", "", "", "C:\\alt\\"}, here{"Da", "", "", root};
+    const std::string at = "=" + root;
+    // clang-format off
     const AddCase cases[] = {
-        {"a virtual place",
-         "DESKTOP:\\",
-         {},
-         {},
-         nullptr,
-         "ShowInfo(Sie können nur 'echte' Ordner zu Ihren Favoriten hinzufügen!|)",
-         {},
-         {},
-         {},
-         ""},
-        {"already the application's",
-         "",
-         {},
-         {{"Da", "", "", "ROOT"}},
-         nullptr,
-         "ShowInfo(Dieser Ordner gehört bereits zu Ihren Favoriten!|)",
-         {},
-         {"Da" + here},
-         {},
-         ""},
-        {"the first favourite, for the user",
-         "",
-         {},
-         {},
-         mine,
-         "",
-         {"Projekte" + here},
-         {},
-         {"Sidebar"},
+        {"a virtual place", "DESKTOP:\\", {}, {}, nullptr,
+         "ShowInfo(Sie können nur 'echte' Ordner zu Ihren Favoriten hinzufügen!|)", {}, {}, {}, ""},
+        {"already the application's", "", {}, {here}, nullptr,
+         "ShowInfo(Dieser Ordner gehört bereits zu Ihren Favoriten!|)", {}, {"Da" + at}, {}, ""},
+        {"the first favourite, for the user", "", {}, {}, mine, "", {"Projekte" + at}, {}, {"Sidebar"},
          "user: Alles Laufende|Ico\\16\\Own\\Star.ico"},
-        {"for the application with an icon, after another",
-         "",
-         {other},
-         {},
-         theirs,
-         "",
-         {"Alt=C:\\alt\\"},
-         {"Ablage" + here},
-         {},
-         "app: |"},
+        {"for the application with an icon, after another", "", {other}, {}, theirs, "",
+         {"Alt=C:\\alt\\"}, {"Ablage" + at}, {}, "app: |"},
         {"abandoned", "", {}, {}, abort, "", {}, {}, {}, ""},
     };
+    // clang-format on
     for (const AddCase& c : cases) {
         SCOPED_TRACE(c.name);
-        host->favourites[kUserKey] = c.user;
-        host->favourites[kAppKey] = c.app;
-        for (FavoriteItem& item : host->favourites[kAppKey])
-            if (item.Path == "ROOT")
-                item.Path = root;
-        chooser.favourites.Load();
-        chooser.places.CurrentPath = c.place.empty() ? root : c.place;
-        chooser.steps.clear();
-        host->clearCalls();
-        const int shown = int(driver.Seen().size());
+        start(c.place, c.user, c.app);
+        const std::size_t shown = driver.Seen().size();
         if (c.edit)
             driver.OnNextModal([&](Form& form) {
                 auto& editor = dynamic_cast<frm_DialogFolderFavorite&>(form);
@@ -587,108 +426,69 @@ TEST_F(ChooserCommandsTest, AddingAFavouriteGoesThroughTheEditorToTheChosenList)
             });
 
         commands.AddFavorite();
-        EXPECT_EQ(int(driver.Seen().size()) - shown, c.edit ? 1 : 0);
-        EXPECT_EQ(lastMessage("ShowInfo"), c.refusal);
+        EXPECT_EQ(driver.Seen().size() - shown, c.edit ? 1u : 0u);
+        EXPECT_EQ(lastMessage(), c.message);
         EXPECT_EQ(saved(kUserKey), c.savedUser);
         EXPECT_EQ(saved(kAppKey), c.savedApp);
         EXPECT_EQ(chooser.steps, c.steps);
         // The user's entry keeps what was entered; the application's only name and target.
-        const std::string list = c.addedDetails.substr(0, c.addedDetails.find(':'));
+        const std::string list = c.added.substr(0, c.added.find(':'));
         if (list.empty())
             continue;
         const FavoriteItem& added = host->favourites[list == "user" ? kUserKey : kAppKey].back();
-        EXPECT_EQ(list + ": " + added.Description + "|" + added.Icon, c.addedDetails);
+        EXPECT_EQ(list + ": " + added.Description + "|" + added.Icon, c.added);
     }
 }
 
 struct RemoveCase {
     const char* name;
-    std::string place;
-    std::function<void()> act;
+    std::string place, key; ///< key: a menu key, or "" for the list's delete
+    std::vector<FavoriteItem> user;
     std::int32_t answer;
-    std::vector<std::string> savedUser, savedApp;
-    Steps steps;
+    Texts savedUser, savedApp, steps;
+    std::string question;
 };
 
 TEST_F(ChooserCommandsTest, RemovingAFavouriteTakesItFromOneListByMenuAndFromBothByList)
 {
-    const auto byMenu = [this](const std::string& key) {
-        return [this, key] { commands.Run(key); };
-    };
-    const auto byList = [this] {
-        selectRow("C:\\both\\", "Beide");
-        commands.Run("DELETE");
-    };
+    const FavoriteItem both{"Beide", "", "", "C:\\both\\"}, only{"Nur", "", "", "C:\\only\\"};
+    const std::string b = "Beide=C:\\both\\", n = "Nur=C:\\only\\";
+    const std::string byMenu = "AskQuestion(Sind Sie sicher, daß Sie den Favoriten 'Beide' "
+                               "löschen wollen?|Favorit löschen?|4|" +
+                               kDeleteIcon + "|DIALOG.FILE.DELETEFAVORITE)";
+    const std::string byList =
+        "AskQuestion(Wollen Sie den Favoriten 'Beide' wirklich entfernen?||4||)";
+    const std::string favourites = "FAVORITES:\\";
+    // clang-format off
     const RemoveCase cases[] = {
-        {"menu entry of the user's list",
-         "FAVORITES:\\",
-         byMenu("REMOVEFAVORITE.USER.1"),
-         ResultYes,
-         {},
-         {"Beide=C:\\both\\", "Nur=C:\\only\\"},
-         {"Update"}},
-        {"menu entry of the application's list",
-         "C:\\x\\",
-         byMenu("REMOVEFAVORITE.APP.2"),
-         ResultYes,
-         {"Beide=C:\\both\\"},
-         {"Beide=C:\\both\\"},
-         {}},
-        {"menu entry answered No",
-         "FAVORITES:\\",
-         byMenu("REMOVEFAVORITE.user.1"),
-         ResultNo,
-         {"Beide=C:\\both\\"},
-         {"Beide=C:\\both\\", "Nur=C:\\only\\"},
-         {}},
-        {"an index beyond the list",
-         "FAVORITES:\\",
-         byMenu("REMOVEFAVORITE.APP.9"),
-         ResultYes,
-         {"Beide=C:\\both\\"},
-         {"Beide=C:\\both\\", "Nur=C:\\only\\"},
-         {}},
-        {"list row held in both lists",
-         "FAVORITES:\\",
-         byList,
-         ResultYes,
-         {},
-         {"Nur=C:\\only\\"},
-         {"Update"}},
+        {"the user's entry by menu", favourites, "REMOVEFAVORITE.USER.1", {both}, ResultYes, {}, {b, n}, {"Update"}, byMenu},
+        {"the application's entry by menu", "C:\\x\\", "REMOVEFAVORITE.APP.2", {both}, ResultYes, {b}, {b}, {}, ""},
+        {"by menu, answered No", favourites, "REMOVEFAVORITE.user.1", {both}, ResultNo, {b}, {b, n}, {}, byMenu},
+        {"an index beyond the list", favourites, "REMOVEFAVORITE.APP.9", {both}, ResultYes, {b}, {b, n}, {}, ""},
+        {"a row held in both lists", favourites, "", {both}, ResultYes, {}, {n}, {"Update"}, byList},
+        {"the last one leaves for the desktop", favourites, "REMOVEFAVORITE.USER.1", {both}, ResultYes, {}, {}, {"Sidebar", "Goto DESKTOP:\\"}, byMenu},
     };
+    // clang-format on
     for (const RemoveCase& c : cases) {
         SCOPED_TRACE(c.name);
-        host->favourites[kUserKey] = {{"Beide", "", "", "C:\\both\\"}};
-        host->favourites[kAppKey] = {{"Beide", "", "", "C:\\both\\"},
-                                     {"Nur", "", "", "C:\\only\\"}};
-        chooser.favourites.Load();
-        chooser.places.CurrentPath = c.place;
+        const bool last = c.savedApp.empty() && c.savedUser.empty();
+        start(c.place, c.user, last ? std::vector<FavoriteItem>{} : std::vector{both, only});
         chooser.places.UpPath = c.place;
-        chooser.list->ListItems().Clear();
-        chooser.steps.clear();
         host->answers("AskQuestion") = {std::to_string(c.answer)};
 
-        c.act();
+        if (c.key.empty()) {
+            selectRow(both.Path, both.Name);
+            commands.Run("DELETE");
+        } else {
+            commands.Run(c.key);
+        }
         EXPECT_EQ(saved(kUserKey), c.savedUser);
         EXPECT_EQ(saved(kAppKey), c.savedApp);
         EXPECT_EQ(chooser.steps, c.steps);
+        if (!c.question.empty()) {
+            EXPECT_EQ(firstQuestion(), c.question);
+        }
     }
-}
-
-TEST_F(ChooserCommandsTest, RemovingTheLastFavouriteLeavesTheFavouritesForTheDesktop)
-{
-    favourite(kUserKey, "Einzig", "C:\\one\\");
-    chooser.places.CurrentPath = "FAVORITES:\\";
-    host->queueQuestionAnswer(ResultYes);
-
-    commands.Run("REMOVEFAVORITE.USER.1");
-    EXPECT_EQ(host->callsTo("AskQuestion"),
-              std::vector<std::string>{"AskQuestion(Sind Sie sicher, daß Sie den Favoriten "
-                                       "'Einzig' löschen wollen?|Favorit löschen?|4|" +
-                                       kDeleteIcon + "|DIALOG.FILE.DELETEFAVORITE)"});
-    EXPECT_EQ(chooser.steps, (Steps{"Sidebar", "Goto DESKTOP:\\"}));
-    EXPECT_TRUE(saved(kUserKey).empty());
-    EXPECT_EQ(chooser.favourites.Total(), 0);
 }
 
 } // namespace

@@ -352,3 +352,46 @@ TEST(FolderLister, IconTickGivesRowsWithoutAFileTwoDashes)
 }
 
 } // namespace
+
+namespace {
+
+TEST(FolderLister, SharedPicturesFillOnceAndTakeFavouriteIcons)
+{
+    ChooserWorld world(false);
+    ListerForm form; // fills the lists, if no chooser of this process did
+    fw::ImageList& small = fw::SharedIcons16();
+    fw::ImageList& large = fw::SharedIcons32();
+    const Texts smallOrder{"FAVORITES",  "FAVORITE",  "DESKTOP",   "WORKSTATION",
+                           "NETHOOD",    "OPEN",      "CLOSED",    "USER",
+                           "USERS",      "SAMPLES",   "DRIVE.HDD", "DRIVE.CD",
+                           "DRIVE.DISC", "DRIVE.NET", "DRIVE.RAM", "DRIVE.REMOVABLE",
+                           "WAITLOAD",   "NONE",      "FILE"};
+    Texts largeOrder = smallOrder;
+    largeOrder.insert(largeOrder.begin() + 16, "FILE");
+    largeOrder.pop_back();
+    for (std::size_t i = 0; i < smallOrder.size(); ++i) {
+        EXPECT_EQ(small.Key(int(i) + 1).toStdString(), smallOrder[i]);
+        EXPECT_EQ(large.Key(int(i) + 1).toStdString(), largeOrder[i]);
+    }
+    EXPECT_EQ(small.MaskColor(), 0xFFFFFEu);
+    world.host->clearCalls();
+    fw::FillSharedImages(0);
+    EXPECT_FALSE(world.host->wasCalled("LoadPicture"));
+    EXPECT_EQ(small.MaskColor(), 0xFFFFFEu);
+
+    // A favourite's icon that does not load shows the abort sign.
+    world.host->failing.insert("LoadPicture");
+    fw::AddIcon("Ico\\16\\Computer\\Folders\\Broken.ico");
+    EXPECT_EQ(world.host->callsTo("LoadPicture"),
+              (Texts{"LoadPicture(Ico\\16\\Computer\\Folders\\Broken.ico)",
+                     "LoadPicture(Ico\\16\\Computer\\Signs\\abort.ico)",
+                     "LoadPicture(Ico\\32\\Computer\\Folders\\Broken.ico)",
+                     "LoadPicture(Ico\\32\\Computer\\Signs\\abort.ico)"}));
+    EXPECT_TRUE(small.Exists(QStringLiteral("Ico\\16\\Computer\\Folders\\Broken.ico")));
+    EXPECT_TRUE(large.Exists(QStringLiteral("Ico\\32\\Computer\\Folders\\Broken.ico")));
+    world.host->clearCalls();
+    fw::AddIcon("Ico\\16\\Computer\\Folders\\Broken.ico");
+    EXPECT_FALSE(world.host->wasCalled("LoadPicture"));
+}
+
+} // namespace

@@ -1,7 +1,11 @@
 // Where a chooser stands: history steps, aliases resolved on entry and the
 // way one level up from every kind of place.
+#include "controls/ctl_Steps.h"
 #include "desktop/DesktopText.h"
+#include "filechooser/ChooserFavorites.h"
+#include "filechooser/ChooserSidebar.h"
 #include "filechooser/LocationModel.h"
+#include "forms/Form.h"
 #include "testing/TestHost.h"
 
 #include <gtest/gtest.h>
@@ -95,7 +99,7 @@ TEST(LocationModel, AliasesResolveOnEntryAndPseudoPlacesStay)
         {"DESKTOP:\\", "DESKTOP:\\", nullptr, true},
         {"WORKSTATION:\\", "WORKSTATION:\\", nullptr, true},
         {"NETHOOD:\\Firma\\pc1\\", "NETHOOD:\\Firma\\pc1\\", nullptr, true},
-        {"\\\\pc1\\daten\\", "\\\\pc1\\daten\\", "\\\\pc1\\daten\\", false},
+        {"\\\\pc1\\daten\\", "\\\\pc1\\daten\\", "\\\\pc1\\daten", false},
         // Words compare with case: a lower-case alias is no alias.
         {"user:\\", "user:\\", nullptr, false},
     };
@@ -140,6 +144,58 @@ TEST(LocationModel, UpPathFollowsTheTable)
         places.CurrentPath = row.current;
         places.ComputeUpPath();
         EXPECT_EQ(places.UpPath, row.up) << row.current;
+    }
+}
+
+TEST(LocationModel, CategoryStripLeadsToThePlaces)
+{
+    struct Case {
+        const char* what;
+        int language;
+        bool favourite, folders;
+        std::vector<fw::CategoryRow> own;
+        std::vector<std::string> steps; ///< caption|tool tip|tag
+    };
+    const std::string tip = "Zum vom Programm vorgeschlagenen Speicherort wechseln";
+    const Case cases[] = {
+        {"German, everything",
+         7,
+         true,
+         true,
+         {},
+         {"&Desktop||DESKTOP:\\", "USB (D:)||D:", "&Favoriten||FAVORITES:\\",
+          "&Vorgabe|" + tip + "|DEFAULT:\\", "&Eigene Dateien|Eigene Dateien anzeigen|USER:\\",
+          "&Gemeinsam|Gemeinsam verwendete Dateien und Ordner|SHARED:\\", "&Beispiele||SAMPLES:\\",
+          "&Arbeitsplatz||WORKSTATION:\\", "&Netzwerk||NETHOOD:\\"}},
+        {"English with the request's own categories, tool tips stay German",
+         9,
+         false,
+         false,
+         {{"&Berichte", "Ico\\20\\x.ico", "Alle Berichte", "C:\\b\\"}},
+         {"&Desktop||DESKTOP:\\", "USB (D:)||D:", "&Berichte|Alle Berichte|C:\\b\\",
+          "&My files|Eigene Dateien anzeigen|USER:\\", "&Workstation||WORKSTATION:\\",
+          "&Network||NETHOOD:\\"}},
+    };
+    for (const Case& c : cases) {
+        fw::testing::ScopedTestHost host;
+        host->language = c.language;
+        host->driveTypes = {{"C:", 3}, {"D:", 2}};
+        fw::Form form(QStringLiteral("frm_StripTest"));
+        auto& strip = *form.Add<fw::ctl_Steps>(QStringLiteral("cat_Folder"));
+        LocationModel places = ModelWithFolders();
+        if (!c.folders)
+            places.SharedPath = places.SamplesPath = "";
+        fw::ChooserFavorites favourites;
+        favourites.App = host->CoreDevRegistry->NewFavoriteList();
+        favourites.User = host->CoreDevRegistry->NewFavoriteList();
+        if (c.favourite)
+            favourites.User->AddNew("Fotos", "C:\\f\\");
+        fw::BuildSidebar(strip, places, favourites, c.own);
+        std::vector<std::string> steps;
+        for (int i = 1; i <= strip.Count(); ++i)
+            steps.push_back(
+                (strip.Caption(i) + "|" + strip.ToolTip(i) + "|" + strip.Tag(i)).toStdString());
+        EXPECT_EQ(steps, c.steps) << c.what;
     }
 }
 

@@ -1,7 +1,9 @@
 // The file chooser driven as a user drives it, over real temporary folders:
 // what the name box, Return, the rows, the search box, the filter combo and
 // the place strip make of it, and what reaches the host.
+#include "ChooserTestSupport.h"
 #include "controls/ctl_Button.h"
+#include "controls/ctl_CmdBar.h"
 #include "controls/ctl_Label.h"
 #include "controls/ctl_Steps.h"
 #include "desktop/DesktopFiles.h"
@@ -17,6 +19,7 @@
 #include "forms/testing/UserInput.h"
 #include "testing/TestHost.h"
 
+#include <QAbstractButton>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -29,7 +32,6 @@ namespace fw {
 namespace {
 
 using testing::ModalDriver;
-using testing::ScopedTestHost;
 
 QStringList RowTexts(const frm_DialogFile& f)
 {
@@ -49,6 +51,15 @@ void TypeInto(frm_DialogFile& f, TextBox& box, const QString& text, bool enter =
         testing::PressKey(f, Qt::Key_Return);
 }
 
+/// Clicks the place strip's entry of a caption, as a user does.
+void ClickStep(ctl_Steps& strip, const QString& caption)
+{
+    for (auto* entry : strip.widget()->findChildren<QAbstractButton*>())
+        if (entry->accessibleName() == caption)
+            return QTest::mouseClick(entry, Qt::LeftButton);
+    ADD_FAILURE() << "no entry " << us(caption);
+}
+
 bool WaitClosed(const frm_DialogFile& f, int ms = 2000)
 {
     return QTest::qWaitFor([&] { return f.IsUnloaded(); }, ms);
@@ -57,28 +68,25 @@ bool WaitClosed(const frm_DialogFile& f, int ms = 2000)
 // A chooser over a temporary folder that is also the user's documents folder.
 class FileChooser : public ::testing::Test {
   protected:
-    void SetUp() override
-    {
-        host->CoreDevFiles = std::make_shared<desktop::DesktopFiles>();
-        host->CoreDevText = std::make_shared<desktop::DesktopText>();
-        FreshFolder();
-    }
+    void SetUp() override { FreshFolder(); }
 
+    /// A new folder and a new host for the next case.
     void FreshFolder()
     {
-        dir = std::make_unique<QTemporaryDir>();
-        QDir(dir->path()).mkpath(QStringLiteral("desktop"));
-        host->folders.documents = Location("");
-        host->folders.desktop = Location("desktop/");
+        world.reset();
+        world = std::make_unique<testing::ChooserWorld>();
+        world->host->folders.documents = world->FolderLocation();
+        world->host->folders.desktop = desktop::PosixToLocation(us(desktopDir.path()));
     }
+    testing::TestHost& host() const { return *world->host; }
     std::string Location(const QString& relative) const
     {
-        return desktop::PosixToLocation(us(dir->path() + u'/' + relative));
+        return relative.isEmpty() ? world->FolderLocation() : world->Location(us(relative));
     }
     void MakeFiles(const QStringList& paths) const
     {
         for (const QString& path : paths) {
-            const QString full = dir->path() + u'/' + path;
+            const QString full = qs(world->Posix(us(path)));
             QDir().mkpath(path.endsWith(u'/') ? full : QFileInfo(full).path());
             if (!path.endsWith(u'/'))
                 QFile(full).open(QIODevice::WriteOnly);
@@ -110,8 +118,8 @@ class FileChooser : public ::testing::Test {
         chooser.Show(true);
     }
 
-    ScopedTestHost host;
-    std::unique_ptr<QTemporaryDir> dir;
+    QTemporaryDir desktopDir;
+    std::unique_ptr<testing::ChooserWorld> world;
     ModalDriver driver;
 };
 
@@ -134,165 +142,38 @@ struct OkCase {
 
 TEST_F(FileChooser, ReturnInTheNameBoxFollowsTheOkRules)
 {
+    // clang-format off
     const std::vector<OkCase> cases = {
-        {"empty list and empty box do nothing", 1, {}, "", "", false, 0, 2, "", false, "", "=", {}},
+        {"empty list and empty box do nothing",
+         1, {}, "", "", false, 0, /**/ 2, "", false, "", "=", {}},
         {"a typed file of the folder is chosen",
-         1,
-         {"a.txt"},
-         "a.txt",
-         "",
-         false,
-         0,
-         1,
-         "a.txt",
-         true,
-         "",
-         "=",
-         {"a.txt"}},
+         1, {"a.txt"}, "a.txt", "", false, 0, /**/ 1, "a.txt", true, "", "=", {}},
         {"a missing file is still handed back in open mode",
-         1,
-         {},
-         "neu.txt",
-         "",
-         false,
-         0,
-         1,
-         "neu.txt",
-         true,
-         "",
-         "=",
-         {}},
+         1, {}, "neu.txt", "", false, 0, /**/ 1, "neu.txt", true, "", "=", {}},
         {"a relative folder part moves there first",
-         2,
-         {"sub/inner/"},
-         "sub\\inner\\x.txt",
-         "",
-         false,
-         0,
-         1,
-         "sub/inner/x.txt",
-         true,
-         "",
-         "sub/inner/",
-         {}},
+         2, {"sub/inner/"}, "sub\\inner\\x.txt", "", false, 0, /**/ 1, "sub/inner/x.txt", true, "", "=", {}},
         {"a star pattern filters and stays in the box",
-         1,
-         {"a.txt", "b.log", "c.txt"},
-         "*.txt",
-         "",
-         false,
-         0,
-         2,
-         "",
-         false,
-         "*.txt",
-         "=",
-         {"a.txt", "c.txt"}},
+         1, {"a.txt", "b.log", "c.txt"}, "*.txt", "", false, 0, /**/ 2, "", false, "*.txt", "=", {"a.txt", "c.txt"}},
         {"a question mark filters too",
-         1,
-         {"a.txt", "b.log", "cc.log"},
-         "?.log",
-         "",
-         false,
-         0,
-         2,
-         "",
-         false,
-         "?.log",
-         "=",
-         {"b.log"}},
+         1, {"a.txt", "b.log", "cc.log"}, "?.log", "", false, 0, /**/ 2, "", false, "?.log", "=", {"b.log"}},
         {"a folder name beats the file of the same stem",
-         1,
-         {"report/", "report.txt"},
-         "report",
-         "",
-         false,
-         0,
-         2,
-         "",
-         false,
-         "report",
-         "report/",
-         {}},
+         1, {"report/", "report.txt"}, "report", "", false, 0, /**/ 2, "", false, "", "report/", {}},
         {"the file of that stem is taken with its extension",
-         1,
-         {"report/", "report.txt"},
-         "report.txt",
-         "",
-         false,
-         0,
-         1,
-         "report.txt",
-         true,
-         "",
-         "=",
-         {"report", "report.txt"}},
+         1, {"report/", "report.txt"}, "report.txt", "", false, 0, /**/ 1, "report.txt", true, "", "=", {}},
         {"declining the overwrite keeps the dialog open with an empty box",
-         2,
-         {"a.txt"},
-         "a.txt",
-         "",
-         true,
-         7,
-         1,
-         "",
-         false,
-         "",
-         "=",
-         {"a.txt"}},
+         2, {"a.txt"}, "a.txt", "", true, 7, /**/ 1, "", false, "", "=", {"a.txt"}},
         {"accepting the overwrite chooses the file",
-         2,
-         {"a.txt"},
-         "a.txt",
-         "",
-         true,
-         6,
-         1,
-         "a.txt",
-         true,
-         "",
-         "=",
-         {"a.txt"}},
+         2, {"a.txt"}, "a.txt", "", true, 6, /**/ 1, "a.txt", true, "", "=", {}},
         {"the default extension is added in save mode",
-         2,
-         {},
-         "brief",
-         "txt",
-         false,
-         0,
-         1,
-         "brief.txt",
-         true,
-         "",
-         "=",
-         {}},
+         2, {}, "brief", "txt", false, 0, /**/ 1, "brief.txt", true, "", "=", {}},
         {"a default extension with its dot gets no second one",
-         2,
-         {},
-         "brief",
-         ".md",
-         false,
-         0,
-         1,
-         "brief.md",
-         true,
-         "",
-         "=",
-         {}},
+         2, {}, "brief", ".md", false, 0, /**/ 1, "brief.md", true, "", "=", {}},
         {"a name with an extension keeps it",
-         2,
-         {},
-         "brief.log",
-         "txt",
-         false,
-         0,
-         1,
-         "brief.log",
-         true,
-         "",
-         "=",
-         {}},
+         2, {}, "brief.log", "txt", false, 0, /**/ 1, "brief.log", true, "", "=", {}},
+        {"a missing file is not overwritten, so nothing is asked",
+         2, {}, "neu.txt", "", true, 0, /**/ 1, "neu.txt", true, "", "=", {}},
     };
+    // clang-format on
     for (const OkCase& c : cases) {
         SCOPED_TRACE(c.name);
         FreshFolder();
@@ -301,8 +182,8 @@ TEST_F(FileChooser, ReturnInTheNameBoxFollowsTheOkRules)
         ctx->Request.OverwritePrompt = c.overwritePrompt;
         ctx->Items.DefaultExtension = c.defaultExtension;
         if (c.answer)
-            host->queueQuestionAnswer(c.answer);
-        host->clearCalls();
+            host().queueQuestionAnswer(c.answer);
+        host().clearCalls();
         Run(ctx, [&](frm_DialogFile& f) {
             TypeInto(f, *f.txt_Filename, c.typed, true);
             EXPECT_EQ(WaitClosed(f, c.closed ? 2000 : 250), c.closed);
@@ -310,12 +191,13 @@ TEST_F(FileChooser, ReturnInTheNameBoxFollowsTheOkRules)
                 return;
             EXPECT_EQ(f.txt_Filename->Text(), c.box);
             EXPECT_EQ(f.Places().CurrentPath, Location(c.current == u"=" ? "" : c.current));
-            if (!c.rows.isEmpty())
+            if (!c.rows.isEmpty()) {
                 EXPECT_EQ(RowTexts(f), c.rows);
+            }
         });
         EXPECT_EQ(ctx->Request.Result, c.result);
         EXPECT_EQ(Chosen(*ctx), c.chosen.isEmpty() ? std::string() : Location(c.chosen));
-        EXPECT_EQ(host->callsTo("AskQuestion").size(), c.answer ? 1u : 0u);
+        EXPECT_EQ(host().callsTo("AskQuestion").size(), c.answer ? 1u : 0u);
     }
 }
 
@@ -324,7 +206,7 @@ TEST_F(FileChooser, TypedPosixPathsAndDrivesAreUnderstood)
     MakeFiles({"deep/hosts"});
     auto ctx = Request(1);
     Run(ctx, [&](frm_DialogFile& f) {
-        TypeInto(f, *f.txt_Filename, dir->path() + QStringLiteral("/deep/hosts"), true);
+        TypeInto(f, *f.txt_Filename, qs(world->Posix("deep/hosts")), true);
         WaitClosed(f);
     });
     EXPECT_EQ(ctx->Request.Result, 1);
@@ -355,101 +237,43 @@ struct SetupCase {
 
 TEST_F(FileChooser, SetUpReadsFiltersStartFileAndView)
 {
+    // clang-format off
     const std::vector<SetupCase> cases = {
-        {"filter index picks its pair",
-         1,
-         {"Text", "*.txt", "Log", "*.log"},
-         2,
-         {},
-         nullptr,
-         1,
-         "*.log",
-         "",
-         2},
-        {"filter index 0 takes the first pair",
-         1,
-         {"Text", "*.txt", "Log", "*.log"},
-         0,
-         {},
-         nullptr,
-         0,
-         "*.txt",
-         "",
-         2},
-        {"filter index beyond the pairs takes the first",
-         1,
-         {"Text", "*.txt"},
-         5,
-         {},
-         nullptr,
-         0,
-         "*.txt",
-         "",
-         2},
-        {"an empty filter list filters nothing", 1, {}, 1, {}, nullptr, -1, "*.*", "", 2},
-        {"an odd filter list keeps its last label",
-         1,
-         {"Text", "*.txt", "Alle"},
-         2,
-         {},
-         nullptr,
-         1,
-         "*.*",
-         "",
-         2},
-        {"an existing start file is proposed in open mode",
-         1,
-         {},
-         0,
-         {"a.txt"},
-         nullptr,
-         -1,
-         "*.*",
-         "a.txt",
-         2},
-        {"a start file in a missing folder is not proposed for opening",
-         1,
-         {},
-         0,
-         {"gone/x.txt"},
-         nullptr,
-         -1,
-         "*.*",
-         "",
-         2},
-        {"but is proposed for saving", 2, {}, 0, {"gone/x.txt"}, nullptr, -1, "*.*", "x.txt", 2},
-        {"a wildcard start file with a folder proposal is dropped",
-         2,
-         {},
-         0,
-         {"*.txt", "sub/"},
-         nullptr,
-         -1,
-         "*.*",
-         "x",
-         2},
-        {"the view comes from the registry unchecked", 1, {}, 0, {}, "7", -1, "*.*", "", 7},
-        {"details view", 1, {}, 0, {}, "3", -1, "*.*", "", 3},
+        {"filter index picks its pair", 1, {"Text", "*.txt", "Log", "*.log"}, 2, {}, nullptr, /**/ 1, "*.log", "", 2},
+        {"filter index 0 takes the first pair", 1, {"Text", "*.txt", "Log", "*.log"}, 0, {}, nullptr, /**/ 0, "*.txt", "", 2},
+        {"filter index beyond the pairs takes the first", 1, {"Text", "*.txt"}, 5, {}, nullptr, /**/ 0, "*.txt", "", 2},
+        {"an empty filter list filters nothing", 1, {}, 1, {}, nullptr, /**/ -1, "*.*", "", 2},
+        {"an odd filter list keeps its last label", 1, {"Text", "*.txt", "Alle"}, 2, {}, nullptr, /**/ 1, "*.*", "", 2},
+        {"an existing start file is proposed in open mode", 1, {}, 0, {"a.txt"}, nullptr, /**/ -1, "*.*", "a.txt", 2},
+        {"a start file in a missing folder is not proposed for opening", 1, {}, 0, {"gone/x.txt"}, nullptr, /**/ -1, "*.*", "", 2},
+        {"but is proposed for saving", 2, {}, 0, {"gone/x.txt"}, nullptr, /**/ -1, "*.*", "x.txt", 2},
+        {"a wildcard start file with a folder proposal is dropped", 2, {}, 0, {"*.txt", "sub/"}, nullptr, /**/ -1, "*.*", "x", 2},
+        {"a view beyond the four shows the list", 1, {}, 0, {}, "7", /**/ -1, "*.*", "", 2},
+        {"details view", 1, {}, 0, {}, "3", /**/ -1, "*.*", "", 3},
     };
+    // clang-format on
     for (const SetupCase& c : cases) {
         SCOPED_TRACE(c.name);
         MakeFiles({"a.txt", "sub/"});
-        host->registry.clear();
+        host().registry.clear();
         if (c.view)
-            host->setRegistry(HiveCurrentUser, "Software\\Valdrenix\\Core\\Settings\\FolderView",
-                              c.view);
+            host().setRegistry(HiveCurrentUser, "Software\\Valdrenix\\Core\\Settings\\FolderView",
+                               c.view);
         auto ctx = Request(c.mode);
         ctx->Request.FilterIndex = c.filterIndex;
         for (const std::string& f : c.filters)
             ctx->Request.FilterList.Add(f);
+        // Wildcards go in as typed: a location would keep "*" as a name character.
         for (const std::string& item : c.items)
-            ctx->Items.ItemList.Add(Location(qs(item)));
+            ctx->Items.ItemList.Add(item[0] == '*' ? Location("") + "\\" + item
+                                                   : Location(qs(item)));
         Run(ctx, [&](frm_DialogFile& f) {
             EXPECT_EQ(f.lst_Filter->ListIndex(), c.filterRow);
             EXPECT_EQ(f.lst_Filter->ListCount(), int(c.filters.size() + 1) / 2);
             EXPECT_EQ(f.Filter(), c.filter);
-            if (c.box != u"x")
+            if (c.box != u"x") {
                 EXPECT_EQ(f.txt_Filename->Text(), c.box);
+            }
             EXPECT_EQ(f.lst_Files->View(), c.listView);
             EXPECT_EQ(ctx->Request.Result, 2);
         });
@@ -467,7 +291,7 @@ TEST_F(FileChooser, SearchThinsRowsAndRefillsOnlyWhenNeeded)
         TypeInto(f, *f.txt_SearchFor, QStringLiteral("a"));
         EXPECT_EQ(RowTexts(f).size(), 4);
         // A file that goes now shows until a refill: typing on needs none.
-        QFile::remove(dir->path() + QStringLiteral("/apple.txt"));
+        QFile::remove(qs(world->Posix("apple.txt")));
         testing::Type(f, QStringLiteral("p"));
         EXPECT_EQ(RowTexts(f), (QStringList{"apple.txt", "apricot.txt", "grape.txt"}));
         EXPECT_EQ(f.lab_FileCount->Caption(), QStringLiteral("3 Treffer für *ap*"));
@@ -510,23 +334,56 @@ TEST_F(FileChooser, RowsKeysAndStripMoveBetweenPlaces)
         testing::Focus(*f.lst_Files);
         testing::PressKey(f, Qt::Key_Backspace);
         EXPECT_EQ(f.Places().CurrentPath, Location(""));
-        testing::PressKey(f, Qt::Key_A, Qt::AltModifier); // "&Arbeitsplatz"
-        EXPECT_EQ(f.Places().CurrentPath, "WORKSTATION:\\");
+        ClickStep(*f.cat_Folder, QStringLiteral("Netzwerk"));
+        EXPECT_EQ(f.Places().CurrentPath, "NETHOOD:\\");
         EXPECT_GT(f.cat_Folder->SelectedIndex(), 0);
         testing::Click(*f.but_FolderUp);
         EXPECT_EQ(f.Places().CurrentPath, "DESKTOP:\\");
         EXPECT_EQ(f.cat_Folder->SelectedIndex(), 0);
         f.GotoFolder(Location(""));
-        host->queueMenuChoice("CREATEFOLDER");
-        host->queueTextAnswer("Neu");
+        host().queueMenuChoice("CREATEFOLDER");
+        host().queueTextAnswer("Neu");
         testing::Click(*f.but_Tool);
-        EXPECT_TRUE(QDir(dir->path() + QStringLiteral("/Neu")).exists());
+        EXPECT_TRUE(QDir(qs(world->Posix({})) + QStringLiteral("/Neu")).exists());
         f.GotoFolder(Location(""));
         testing::DoubleClickItem(*f.lst_Files, rows.Item(rows.Count()));
         WaitClosed(f);
     });
     EXPECT_EQ(ctx->Request.Result, 1);
     EXPECT_EQ(Chosen(*ctx), Location("top.txt"));
+}
+
+struct HelpSink : EventSink {
+    std::vector<std::string> names;
+    void Notify(Form&, const std::string& name) override { names.push_back(name); }
+};
+
+TEST_F(FileChooser, ViewMenuHelpAndRightClickReachTheHost)
+{
+    MakeFiles({"a.txt"});
+    auto ctx = Request(1);
+    auto help = std::make_shared<HelpSink>();
+    ctx->EventLink.EventSink = help;
+    Run(ctx, [&](frm_DialogFile& f) {
+        host().queueMenuChoice("VIEW.DETAILS");
+        testing::Click(*f.but_View);
+        EXPECT_EQ(f.lst_Files->View(), 3);
+        EXPECT_EQ(host().registryValue(HiveCurrentUser,
+                                       "Software\\Valdrenix\\Core\\Settings\\FolderView"),
+                  "3");
+        // Help stays open and reaches the host once the click has returned.
+        f.bar_Buttons->Press(QStringLiteral("HELP"));
+        EXPECT_TRUE(help->names.empty());
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !help->names.empty(); }, 1000));
+        EXPECT_EQ(help->names, std::vector<std::string>{"FILE.HELP"});
+        // A right click on a row offers "Öffnen"; choosing it opens the row.
+        host().queueMenuChoice("OPEN");
+        const QRect row = f.lst_Files->ItemRect(f.lst_Files->ListItems().Item(1));
+        QTest::mousePress(f.lst_Files->viewport(), Qt::RightButton, {}, row.center());
+        WaitClosed(f);
+    });
+    EXPECT_EQ(ctx->Request.Result, 1);
+    EXPECT_EQ(Chosen(*ctx), Location("a.txt"));
 }
 
 struct LayoutCase {
@@ -559,6 +416,7 @@ TEST(FileDialogLayout, PanesTileTheFormWithoutOverlap)
         s.nameBoxLeft = 1500;
         s.buttonsWidth = 1600;
         s.searchLabelWidth = 700;
+        s.placeComboLeft = 150;
         s.listTop = 700;
         s.countHeight = 270;
         const FileDialogPlacement p = PlaceFileDialog(s);
@@ -570,14 +428,17 @@ TEST(FileDialogLayout, PanesTileTheFormWithoutOverlap)
                   true);
         EXPECT_EQ(p.list.width, p.folderFrame.width - 300);
         const int right = c.preview ? p.previewFrame.left : s.scaleWidth;
-        EXPECT_EQ(p.folderFrame.left + p.folderFrame.width + (c.preview ? 150 : 75), right);
-        if (c.preview)
+        EXPECT_EQ(p.folderFrame.left + p.folderFrame.width + 75, right);
+        if (c.preview) {
             EXPECT_EQ(p.previewFrame.width, c.width / 4);
-        if (c.search)
-            EXPECT_LT(2 * 75 + p.placeComboWidth, p.searchLabelLeft);
-        else
+        }
+        if (c.search) {
+            EXPECT_LT(s.placeComboLeft + p.placeComboWidth, p.searchLabelLeft);
+            EXPECT_EQ(p.searchBoxLeft + p.searchBoxWidth + 75, p.buttonsLeft);
+        } else {
             EXPECT_EQ(p.placeComboWidth,
-                      int(std::lround((p.buttonsLeft - p.folderFrame.left) * 0.6)));
+                      int(std::lround((p.buttonsLeft - s.placeComboLeft - 75) * 0.6)));
+        }
     }
 }
 

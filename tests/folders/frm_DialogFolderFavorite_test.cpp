@@ -32,9 +32,7 @@ struct EditCase {
     std::string appKey;
     bool forUserBefore;
     std::function<void(frm_DialogFolderFavorite&, TestHost&)> act;
-    bool appOffered;
-    bool userChosenAtStart;
-    bool accepted;
+    bool appOffered, userChosenAtStart, accepted;
     FavoriteItem after;
     bool forUserAfter;
     std::string message; ///< the last ShowInfo or ShowHelp, "" for none
@@ -78,54 +76,21 @@ TEST(FolderFavoriteEditor, WhatTheUserEntersComesBackOnOkOnly)
     };
     const std::string defaultIcon = "Ico\\16\\Computer\\folders\\Favorite.ico";
     const std::string appKey = "Software\\Valdrenix\\TestApp\\";
+    const FavoriteItem proposal{"Neuer Favorit", "", defaultIcon, "C:\\Daten\\"};
+    // clang-format off
     const EditCase cases[] = {
-        {"proposal taken as it is",
-         appKey,
-         false,
-         press("OK"),
-         true,
-         false,
-         true,
-         {"Neuer Favorit", "", defaultIcon, "C:\\Daten\\"},
-         false,
-         ""},
-        {"everything typed, for the user",
-         appKey,
-         false,
-         fillIn,
-         true,
-         false,
-         true,
-         {"Daten", "Alles", "Ico\\16\\Own\\Star.ico", "C:\\Daten\\Neu\\"},
-         true,
-         ""},
+        {"proposal taken as it is", appKey, false, press("OK"), true, false, true, proposal, false, ""},
+        {"everything typed, for the user", appKey, false, fillIn, true, false, true,
+         {"Daten", "Alles", "Ico\\16\\Own\\Star.ico", "C:\\Daten\\Neu\\"}, true, ""},
         {"abandoned", appKey, true, press("ABORT"), true, true, false, start, true, ""},
         {"an empty name is refused", appKey, false, emptyName, true, false, false, start, false,
          "ShowInfo(Sie müssen einen Namen für den Favoriten eingeben!|)"},
         {"help leaves it open", appKey, false, help, true, false, false, start, false,
-         "ShowHelp(In diesem Dialog können Sie die Eigenschaften des neuen Ordner-Favoriten "
-         "festlegen.|Ordner-Favorit erstellen)"},
-        {"no application key: the user's list only",
-         "",
-         false,
-         press("OK"),
-         false,
-         true,
-         true,
-         {"Neuer Favorit", "", defaultIcon, "C:\\Daten\\"},
-         true,
-         ""},
-        {"icon choice cancelled keeps the icon",
-         appKey,
-         false,
-         iconCancelled,
-         true,
-         false,
-         true,
-         {"Neuer Favorit", "", defaultIcon, "C:\\Daten\\"},
-         false,
-         ""},
+         "ShowHelp(In diesem Dialog können Sie die Eigenschaften des neuen Ordner-Favoriten festlegen.|Ordner-Favorit erstellen)"},
+        {"no application key: the user's list only", "", false, press("OK"), false, true, true, proposal, true, ""},
+        {"icon choice cancelled keeps the icon", appKey, false, iconCancelled, true, false, true, proposal, false, ""},
     };
+    // clang-format on
     for (const EditCase& c : cases) {
         SCOPED_TRACE(c.name);
         ScopedTestHost host;

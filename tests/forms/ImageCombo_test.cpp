@@ -157,6 +157,8 @@ TEST_F(ImageComboTest, KeysAreUniqueAndLookupsFollowTheClassicCollection)
     } cases[] = {
         {"taken key", [&] { items.Add(0, "D:\\", "again"); }, ControlError::KeyNotUnique},
         {"numeric key", [&] { items.Add(0, "12", "number"); }, ControlError::InvalidKey},
+        {"signed, spaced", [&] { items.Add(0, " -1.5 ", "number"); }, ControlError::InvalidKey},
+        {"exponent", [&] { items.Add(0, ".5e3", "number"); }, ControlError::InvalidKey},
         {"index beyond", [&] { items.Add(9, "E:\\", "far"); }, ControlError::IndexOutOfBounds},
         {"missing key", [&] { items.Item("X:\\"); }, ControlError::ElementNotFound},
         {"index 0", [&] { items.Item(0); }, ControlError::IndexOutOfBounds},

@@ -66,6 +66,10 @@ void addFilter(StringList& filters, const QString& given)
 
 Outcome setUp(Form&, const Invocation& inv, DialogContext& context)
 {
+    // The dialog saves for any mode but 1; from a shell, choosing a file to
+    // open is what a chooser without a mode is expected to do.
+    if (context.Request.Mode == 0)
+        context.Request.Mode = 1;
     StringList& items = context.Items.ItemList;
     if (const QStringList file = inv.extra(QStringLiteral("file")); !file.isEmpty())
         setItem(items, 1, EncodeEscaped(file.last()).toStdString());

@@ -267,4 +267,9 @@ std::string DesktopText::TypedPath(const std::string& typed)
         .value_or(typed);
 }
 
+std::string DesktopText::DisplayName(const std::string& name)
+{
+    return desktop::DisplayName(name);
+}
+
 } // namespace fw::desktop

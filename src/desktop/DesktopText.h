@@ -62,6 +62,8 @@ class DesktopText final : public CoreDevText, WordHelper, PairHelper, PathHelper
     std::string ParentPath(const std::string& path) override;
     /// A typed Linux path ("/etc/hosts", "~/x.txt") as a "C:\\" location.
     std::string TypedPath(const std::string& typed) override;
+    /// LocationPaths' DisplayName: control pictures, marked bidi controls.
+    std::string DisplayName(const std::string& name) override;
 };
 
 } // namespace fw::desktop

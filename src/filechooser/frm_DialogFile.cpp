@@ -239,6 +239,15 @@ void frm_DialogFile::wireEvents()
     lst_Files->GotFocus = [this] { m_listHasFocus = true; };
     lst_Files->LostFocus = [this] { m_listHasFocus = false; };
     lst_Files->ItemClick = [this](ListItem& item) { lst_Files_ItemClick(item); };
+    // A name with a line break or with bytes the host escaped still shows on
+    // one line, as the user knows it; the row keeps the name it hands back.
+    lst_Files->DisplayText = [](const QString& text) {
+        try {
+            return QString::fromStdString(GetCoreDevText().Paths().DisplayName(text.toStdString()));
+        } catch (const std::exception&) {
+            return text;
+        }
+    };
     lst_Files->DblClick = [this] { lst_Files_DblClick(); };
     lst_Files->MouseDown = [this](int button, int, float x, float y) {
         lst_Files_MouseDown(button, x, y);

@@ -110,6 +110,8 @@ ListItem& ListItems::Add(int index, const QString& key, const QString& text, con
     const std::uint16_t iconId = m_list.m_imageKeys.idOf(icon, m_list.m_icons);
     const std::uint16_t smallId = m_list.m_imageKeys.idOf(smallIcon, m_list.m_smallIcons);
 
+    if (text.size() > m_list.m_longestText.size())
+        m_list.m_longestText = text;
     auto owned = std::unique_ptr<ListItem>(new ListItem(m_list, key, text));
     ListItem& item = *owned;
     item.m_icon = iconId;
@@ -280,6 +282,7 @@ void ListItems::Clear()
     m_rows.clear();
     m_byKey.clear();
     m_keysIndexed = false;
+    m_list.m_longestText.clear();
     if (model)
         model->endReset();
     m_list.m_byCode = wasByCode;

@@ -81,7 +81,9 @@ class ListModel : public QAbstractTableModel {
         const int column = index.column();
         switch (role) {
         case Qt::DisplayRole:
-            return column == 0 ? item->m_text : item->SubItem(column);
+            if (column != 0)
+                return item->SubItem(column);
+            return m_list->DisplayText ? m_list->DisplayText(item->m_text) : item->m_text;
         case Qt::DecorationRole:
             return column == 0 ? QVariant(m_list->iconOf(*item)) : QVariant();
         case Qt::CheckStateRole:
@@ -141,6 +143,7 @@ class ListModel : public QAbstractTableModel {
         beginInsertRows({}, m_shown, total - 1);
         m_shown = total;
         endInsertRows();
+        m_list->fitListCells();
     }
     void beginInsert(int row)
     {

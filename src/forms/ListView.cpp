@@ -5,6 +5,7 @@
 #include "forms/ListModel.h"
 #include "forms/Screen.h"
 
+#include <QFontMetrics>
 #include <QHeaderView>
 #include <QItemSelectionModel>
 #include <QListView>
@@ -234,9 +235,11 @@ void ListView::showView()
         m_listWidget->setFlow(m_view == lvwList ? QListView::TopToBottom : QListView::LeftToRight);
         m_listWidget->setWordWrap(large);
         const int lineHeight = m_listWidget->fontMetrics().height();
-        m_listWidget->setGridSize(
-            large ? QSize(std::max(3 * icon.width(), 76), icon.height() + 2 * lineHeight + 8)
-                  : QSize());
+        if (large)
+            m_listWidget->setGridSize(
+                QSize(std::max(3 * icon.width(), 76), icon.height() + 2 * lineHeight + 8));
+        else
+            fitListCells();
     }
     m_stack->setCurrentWidget(shown);
     m_stack->setFocusProxy(shown);
@@ -244,6 +247,23 @@ void ListView::showView()
         shown->setFocus();
     if (const QModelIndex current = m_selection->currentIndex(); current.isValid())
         shown->scrollTo(current);
+}
+
+void ListView::fitListCells()
+{
+    if (!m_listWidget || m_view == lvwIcon || m_view == lvwReport)
+        return;
+    if (m_longestText.isEmpty()) {
+        m_listWidget->setGridSize({});
+        return;
+    }
+    const QString shown = DisplayText ? DisplayText(m_longestText) : m_longestText;
+    const QFontMetrics metrics = m_listWidget->fontMetrics();
+    const QSize icon = m_listWidget->iconSize();
+    // Beyond two thirds of the list a name is shortened in its middle instead.
+    const int widest = std::max(200, m_listWidget->viewport()->width() * 2 / 3);
+    const int width = std::min(icon.width() + metrics.horizontalAdvance(shown) + 16, widest);
+    m_listWidget->setGridSize(QSize(width, std::max(icon.height(), metrics.height()) + 4));
 }
 
 void ListView::SetView(int view)

@@ -270,6 +270,9 @@ class ListView : public Control, public TextRows {
     /// The user ticked or cleared a row's check box.
     std::function<void(ListItem& item)> ItemCheck;
     std::function<void(ColumnHeader& column)> ColumnClick;
+    /// How a row's text is shown, if it differs from Text (names with line
+    /// breaks, say); asked only for rows being painted. Text stays as it is.
+    std::function<QString(const QString& text)> DisplayText;
 
     /// "View", "MultiSelect", "Checkboxes", "Sorted", "SortKey", "SortOrder";
     /// "ListItems.Count" and "ColumnHeaders.Count" read only.
@@ -296,6 +299,8 @@ class ListView : public Control, public TextRows {
     void itemChanged(const ListItem& item);
     void columnsChanged();
     void showView();
+    /// Cells of the symbol and list views as wide as the longest text needs.
+    void fitListCells();
     void sortRows();
     QAbstractItemView* activeView() const;
     void attach(QAbstractItemView* view);
@@ -321,6 +326,9 @@ class ListView : public Control, public TextRows {
     bool m_sorted = false;
     int m_sortKey = 0;
     int m_sortOrder = 0;
+    // The longest row text so far: one row's width for every cell, since
+    // measuring a million rows is what uniform cells are there to avoid.
+    QString m_longestText;
     // Set while code, not the user, moves the selection or the checks.
     bool m_byCode = false;
 };

@@ -110,6 +110,10 @@ class PathHelper {
     /// paths look different (a Linux "/etc/hosts", "~/x.txt") turns them into
     /// location strings; anything else comes back unchanged.
     virtual std::string TypedPath(const std::string& typed) = 0;
+    /// A name as one line of a list shows it: characters that would break the
+    /// line or reorder it made visible, names the host escaped shown as the
+    /// user knows them. For showing only; it need not map back.
+    virtual std::string DisplayName(const std::string& name) = 0;
 };
 
 class CoreDevText {

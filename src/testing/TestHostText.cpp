@@ -138,6 +138,8 @@ class Text : public fw::CoreDevText, fw::WordHelper, fw::PairHelper, fw::PathHel
         m_host.record("ParentPath", {path});
         return parentPath(path);
     }
+    // Not recorded: a list asks for every row it paints.
+    std::string DisplayName(const std::string& name) override { return name; }
     std::string TypedPath(const std::string& typed) override
     {
         m_host.record("TypedPath", {typed});

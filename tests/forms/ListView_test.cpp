@@ -217,6 +217,30 @@ TEST_F(ListViewTest, EveryViewKeepsTheSelectionAndShowsItsOwnPictures)
     EXPECT_EQ(row("Anna").Icon(), "CLOSED");
 }
 
+TEST_F(ListViewTest, LongAndOddNamesShowWholeOnOneLineInTheListViews)
+{
+    const QString longName = QStringLiteral("Ein recht langer Dateiname.txt");
+    items.Add("C:\\LONG", longName, "FILE", "FILE");
+    items.Add("C:\\ODD", "zwei\nzeilen.txt", "FILE", "FILE");
+    form.lst->DisplayText = [](const QString& text) {
+        return QString(text).replace(u'\n', QChar(0x2424));
+    };
+    for (int view : {lvwList}) {
+        form.lst->SetView(view);
+        ProcessEvents();
+        const QFontMetrics metrics = form.lst->viewport()->fontMetrics();
+        EXPECT_GE(form.lst->ItemRect(row("Ein recht langer Dateiname.txt")).width(),
+                  metrics.horizontalAdvance(longName))
+            << view;
+        EXPECT_EQ(form.lst->ItemRect(row("zwei\nzeilen.txt")).height(),
+                  form.lst->ItemRect(row("Anna")).height())
+            << view;
+    }
+    const QModelIndex odd = shownModel()->index(items.Count() - 1, 0);
+    EXPECT_EQ(odd.data().toString(), QString("zwei") + QChar(0x2424) + "zeilen.txt");
+    EXPECT_EQ(items.Item(items.Count()).Text(), "zwei\nzeilen.txt");
+}
+
 TEST_F(ListViewTest, KeysMayRepeatAndNothingIsDropped)
 {
     items.Add("C:\\EMIL", "emil", "FILE", "FILE"); // differs from "Emil" only in case

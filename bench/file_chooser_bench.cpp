@@ -1,12 +1,12 @@
 // The file chooser on big folders: from Show to the first paint of the
 // filled list for frm_DialogFile, next to a bare readdir of the same folder
 // and next to Qt's own QFileDialog (widget dialog, detail view, to its
-// directoryLoaded), with the peak memory of each; and at 100k files one search
+// directoryLoaded), with the peak memory of each; and from 10k files on one search
 // keystroke that removes half the rows, to the next paint.
 //
-// Each measurement runs in a process of its own (this program started again
-// with --probe), so that peak memory and the caches of one do not colour the
-// next. Folders of empty files are made once in /tmp and kept for later runs.
+// Each figure is the best of three runs (one for a million files), each in a
+// process of its own (this program started again with --probe), so that peak
+// memory and the caches of one do not colour the next. Folders of empty files are made once in /tmp and kept for later runs.
 //
 //   file_chooser_bench [--sizes 1000,10000,100000,1000000] [--limit SECONDS]
 #include "core/HasContext.h"
@@ -18,14 +18,17 @@
 
 #include <QAbstractItemView>
 #include <QApplication>
+#include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QFileDialog>
 #include <QFileSystemModel>
 #include <QLineEdit>
 #include <QProcess>
+#include <QStackedWidget>
 #include <QTest>
 #include <QTextStream>
+#include <algorithm>
 #include <cstdio>
 #include <dirent.h>
 #include <fcntl.h>
@@ -36,7 +39,7 @@
 
 namespace {
 
-constexpr int kSearchSize = 100000;
+constexpr int kSmallestSearch = 10000; // below, a keystroke is lost in the noise
 
 QTextStream& out()
 {
@@ -54,14 +57,18 @@ std::string nameOf(int i)
 }
 
 // The folder of count empty files, made by a plain open(O_CREAT) loop (a
-// million take seconds this way) and kept with a marker once complete.
+// million take seconds this way) and kept with a marker once complete. Each
+// stands alone in a folder of its own: QFileDialog also reads the siblings of
+// the folder it shows, and a million of them would count against a thousand.
 std::string folderOf(int count)
 {
-    const std::string folder = "/tmp/formwerk-chooser-bench/" + std::to_string(count);
-    const std::string done = folder + ".complete";
+    const std::string parent = "/tmp/formwerk-chooser-bench/" + std::to_string(count);
+    const std::string folder = parent + "/files";
+    const std::string done = parent + "/complete";
     if (access(done.c_str(), F_OK) == 0)
         return folder;
     ::mkdir("/tmp/formwerk-chooser-bench", 0755);
+    ::mkdir(parent.c_str(), 0755);
     ::mkdir(folder.c_str(), 0755);
     const int dir = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY);
     for (int i = 0; i < count; ++i)
@@ -147,9 +154,12 @@ Probe probeQFileDialog(const std::string& folder, int limitMs)
     return {clock.nsecsElapsed() / 1e6, -1};
 }
 
+// The shown view of the file list (the control switches between a list and
+// a tree view with the list's view setting).
 QAbstractItemView* fileList(fw::Form& form)
 {
-    return form.window()->findChild<QAbstractItemView*>(QStringLiteral("lst_Files"));
+    auto* views = form.window()->findChild<QStackedWidget*>(QStringLiteral("lst_Files"));
+    return views ? qobject_cast<QAbstractItemView*>(views->currentWidget()) : nullptr;
 }
 
 // The time from one search keystroke to the next paint of the thinned list.
@@ -169,7 +179,7 @@ double searchKeystroke(fw::Form& form, QAbstractItemView* list, int count, int l
 
 Probe probeChooser(const std::string& folder, int limitMs)
 {
-    const int count = int(QFileInfo(QString::fromStdString(folder)).fileName().toInt());
+    const int count = QFileInfo(QString::fromStdString(folder)).dir().dirName().toInt();
     fw::ScopedCoreDev host(fw::desktop::MakeDesktopCoreDev());
     // By name, as a host asks for it: no build dependency on the dialog's code.
     bool known = false;
@@ -199,7 +209,7 @@ Probe probeChooser(const std::string& folder, int limitMs)
     Probe probe;
     if (painted)
         probe.ms = clock.nsecsElapsed() / 1e6;
-    if (painted && count == kSearchSize)
+    if (painted && count >= kSmallestSearch)
         probe.searchMs = searchKeystroke(*form, list, count, limitMs);
     form->Unload();
     return probe;
@@ -237,7 +247,7 @@ struct Measured {
 };
 
 // One probe in a fresh process of this program.
-Measured measure(const QString& kind, const std::string& folder, int limitMs)
+Measured measureOnce(const QString& kind, const std::string& folder, int limitMs)
 {
     QProcess child;
     child.setProcessChannelMode(QProcess::ForwardedErrorChannel);
@@ -253,6 +263,22 @@ Measured measure(const QString& kind, const std::string& folder, int limitMs)
     if (fields.size() != 3)
         return {};
     return {fields[0].toDouble(), fields[1].toDouble(), fields[2].toDouble()};
+}
+
+// The best of a few runs: the machine's other work only ever adds time.
+Measured measure(const QString& kind, const std::string& folder, int limitMs, int runs)
+{
+    Measured best = measureOnce(kind, folder, limitMs);
+    for (int run = 1; run < runs; ++run) {
+        const Measured next = measureOnce(kind, folder, limitMs);
+        const auto better = [](double a, double b) { return a >= 0 && (b < 0 || a < b); };
+        if (better(next.ms, best.ms))
+            best.ms = next.ms;
+        if (better(next.searchMs, best.searchMs))
+            best.searchMs = next.searchMs;
+        best.peakMb = std::max(best.peakMb, next.peakMb);
+    }
+    return best;
 }
 
 QString figure(double value, const char* unit)
@@ -279,9 +305,10 @@ int runAll(const QList<int>& sizes, int limitMs)
                  .arg(QStringLiteral("search"), 9);
     for (int size : sizes) {
         const std::string folder = folderOf(size);
-        const Measured bare = measure(QStringLiteral("readdir"), folder, limitMs);
-        const Measured chooser = measure(QStringLiteral("chooser"), folder, limitMs);
-        const Measured qt = measure(QStringLiteral("qfiledialog"), folder, limitMs);
+        const int runs = size >= 1000000 ? 1 : 3; // a million takes its time once
+        const Measured bare = measure(QStringLiteral("readdir"), folder, limitMs, runs);
+        const Measured chooser = measure(QStringLiteral("chooser"), folder, limitMs, runs);
+        const Measured qt = measure(QStringLiteral("qfiledialog"), folder, limitMs, runs);
         out() << QStringLiteral("%1 %2 %3 %4 %5 %6 %7 %8 %9\n")
                      .arg(size, 8)
                      .arg(figure(bare.ms, " ms"), 10)

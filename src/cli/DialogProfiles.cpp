@@ -54,8 +54,10 @@ const QHash<QString, DialogProfile>& profiles()
             {"frm_DialogFile",
              {"Request.Title", "Request.Mode", "Request.FilterList", "Request.FilterIndex",
               "Request.OverwritePrompt", "Items.ItemList", "Items.DefaultExtension"},
-             "Return in the name box answers OK with the typed name or goes into the folder "
-             "named (1); Escape answers Cancel (2). It prints the chosen file as \"File\".",
+             "The list has the focus first: Return there opens the selected row, Tab goes on "
+             "to the name box, where Return answers OK with the typed name (or goes into the "
+             "folder named) (1); Escape answers Cancel (2). It prints the chosen file as "
+             "\"File\".",
              false,
              "File"},
             {"frm_DialogXMLInspector", {}, "Return answers OK (1); Escape does not close it."},

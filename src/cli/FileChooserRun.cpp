@@ -32,12 +32,18 @@ std::string absoluteBytes(const std::string& posix)
 }
 
 // Entries 1 and 2 of ItemList come in as Linux paths and go to the dialog as
-// locations; an empty entry stays empty.
+// locations; an empty entry stays empty. Entry 2 names a folder, which the
+// dialog knows by its trailing separator (else it would start in its parent).
 void itemsToLocations(StringList& items, const std::vector<desktop::DriveRoot>& drives)
 {
-    for (int i = 1; i <= items.Count(); ++i)
-        if (!items.Item(i).empty())
-            items.SetItem(i, desktop::PosixToLocation(absoluteBytes(items.Item(i)), drives));
+    for (int i = 1; i <= items.Count(); ++i) {
+        std::string posix = items.Item(i);
+        if (posix.empty())
+            continue;
+        if (i == 2 && posix.back() != '/')
+            posix += '/';
+        items.SetItem(i, desktop::PosixToLocation(absoluteBytes(posix), drives));
+    }
 }
 
 void setItem(StringList& items, int index, const std::string& value)

@@ -57,7 +57,7 @@ constexpr std::array kOptions{
            "the file frm_DialogFile proposes; a folder path ending in \"/\" starts there"},
     Option{"folder", "PATH", Setting::Extra, nullptr,
            "the folder frm_DialogFile starts in when --file names none"},
-    Option{"filter", "LABEL|PATTERN", Setting::Extra, nullptr,
+    Option{"filter", "LABEL|GLOB", Setting::Extra, nullptr,
            "a row of frm_DialogFile's file type list, such as \"Texte|*.txt;*.md\" "
            "(repeatable, in order)"},
     Option{"filter-index", "N", Setting::Member, "Request.FilterIndex",

@@ -18,15 +18,19 @@ class FrameBox : public QWidget {
   public:
     FrameBox(ctl_Frame& frame, QWidget* parent) : QWidget(parent), m_frame(frame)
     {
-        setFont(theme::UiFont(0, true));
+        // Only the caption is bold: the controls inside take the frame's font.
+        setFont(theme::UiFont());
     }
+
+    static QFont captionFont() { return theme::UiFont(0, true); }
 
   protected:
     void paintEvent(QPaintEvent*) override
     {
         QPainter p(this);
         p.setRenderHint(QPainter::Antialiasing);
-        const QFontMetrics metrics(font());
+        p.setFont(captionFont());
+        const QFontMetrics metrics(captionFont());
         // The outline starts at the middle of the caption line, which interrupts it.
         const int lineY = metrics.height() / 2;
         p.setPen(theme::Hairline());
@@ -72,13 +76,13 @@ void ctl_Frame::SetIconPath(const QString& path)
 {
     m_iconPath = path;
     // No taller than the caption line, which the outline runs through.
-    m_icon = theme::LoadIcon(path, QFontMetrics(widget()->font()).height());
+    m_icon = theme::LoadIcon(path, QFontMetrics(FrameBox::captionFont()).height());
     widget()->update();
 }
 
 int ctl_Frame::InsideTop() const
 {
-    return ToTwips(QFontMetrics(widget()->font()).height() + 6);
+    return ToTwips(QFontMetrics(FrameBox::captionFont()).height() + 6);
 }
 
 QVariant ctl_Frame::GetProperty(const QString& name) const

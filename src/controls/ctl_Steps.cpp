@@ -145,8 +145,14 @@ ctl_Steps::ctl_Steps(Form& form, const QString& name, QWidget* container)
 
 void ctl_Steps::Clear()
 {
-    for (StepEntry* entry : m_entries)
-        delete entry;
+    // Later: a StepClick handler that rebuilds the strip runs inside an
+    // entry's own event.
+    for (StepEntry* entry : m_entries) {
+        entry->hide();
+        entry->setShortcut({});
+        m_strip->layout()->removeWidget(entry);
+        entry->deleteLater();
+    }
     m_entries.clear();
     m_selected = 0;
 }

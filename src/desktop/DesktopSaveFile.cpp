@@ -8,6 +8,7 @@
 #include "forms/Form.h"
 #include "host/mdl_CoreDevWrapper.h"
 
+#include <QFile>
 #include <QStandardPaths>
 #include <QString>
 #include <algorithm>
@@ -66,12 +67,14 @@ std::string posixOf(const std::string& location)
 }
 
 // The folder to start in: the last one saved to while it exists, else the
-// documents folder; as a location with its trailing "\".
+// documents folder, else home (a fresh account may have no documents folder);
+// as a location with its trailing "\".
 std::string startFolder(const std::string& recentListKey)
 {
     std::string folder = readLastFolder(recentListKey);
-    if (folder.empty() || !GetCoreDevFiles().FolderExists(folder))
-        folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation).toStdString();
+    for (const auto place : {QStandardPaths::DocumentsLocation, QStandardPaths::HomeLocation})
+        if (folder.empty() || !GetCoreDevFiles().FolderExists(folder))
+            folder = QFile::encodeName(QStandardPaths::writableLocation(place)).toStdString();
     if (folder.empty() || folder.back() != '/')
         folder += '/';
     return locationOf(folder);

@@ -98,8 +98,13 @@ bool DeleteEntry(const std::string& path)
     return unlink(path.c_str()) == 0;
 }
 
-bool DeleteTree(const std::string& path, const std::string& home)
+bool DeleteTree(const std::string& given, const std::string& home)
 {
+    // lstat of "link/" answers for the link's target: without the trailing
+    // separators a link to a folder is seen as the link it is.
+    std::string path = given;
+    while (path.size() > 1 && path.back() == '/')
+        path.pop_back();
     struct stat info {};
     if (path.empty() || lstat(path.c_str(), &info) != 0)
         return false;

@@ -113,11 +113,9 @@ bool folderExists(const std::string& path)
 // The number behind the last "." of a menu key, 0 if there is none.
 int trailingIndex(const std::string& key)
 {
-    const std::string digits = key.substr(key.rfind('.') + 1);
-    if (digits.empty() || digits.size() > 9 ||
-        !std::all_of(digits.begin(), digits.end(), [](unsigned char c) { return std::isdigit(c); }))
-        return 0;
-    return std::stoi(digits);
+    bool ok = false;
+    const int index = qs(key.substr(key.rfind('.') + 1)).toInt(&ok);
+    return ok ? index : 0;
 }
 
 // An hourglass for as long as a long host call runs.

@@ -58,11 +58,12 @@ FileDialogPlacement PlaceFileDialog(const FileDialogSizes& s)
                      p.fileFrame.top - folderTop - py};
     p.buttonsLeft = p.folderFrame.width - s.buttonsWidth - 2 * px;
 
-    // The room for the place combo and the search box, measured from the
-    // frame's left edge on the form as the search row has always been.
-    int room = p.buttonsLeft - p.folderFrame.left;
+    // The place combo, the search label and the search box share the row up
+    // to the buttons, measured inside the frame, so that a wide place strip
+    // does not squeeze them; the combo takes 60 per cent of the room.
+    int room = p.buttonsLeft - s.placeComboLeft - px;
     if (s.searchVisible) {
-        room = p.buttonsLeft - p.folderFrame.left - s.searchLabelWidth + 2 * px;
+        room -= s.searchLabelWidth + 2 * px;
         p.searchBoxWidth = whole(room * 0.4);
         p.searchBoxLeft = p.buttonsLeft - p.searchBoxWidth - px;
         p.searchLabelLeft = p.searchBoxLeft - s.searchLabelWidth - px;

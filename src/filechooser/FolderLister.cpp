@@ -17,6 +17,7 @@
 
 #include <QComboBox> // ImageCombo.h needs the complete type for its inline accessor
 #include <QHash>
+#include <QStringBuilder>
 
 namespace fw {
 
@@ -57,29 +58,6 @@ void AddColumnsOnce(ListView& files)
     columns.Add(QStringLiteral("Sortierung"), 0);
 }
 
-ListItem& AddPlaceRow(ListView& files, const std::string& key, const std::string& text,
-                      const std::string& image)
-{
-    return files.ListItems().Add(Q(key), Q(text), Q(image), Q(image));
-}
-
-void SetCount(ctl_Label& label, const std::string& text)
-{
-    label.SetCaption(Q(text));
-}
-
-std::string Count(int n)
-{
-    return std::to_string(n);
-}
-
-// Entries as the network service lists them may carry further fields after
-// a "|"; the first is the name.
-std::string FirstField(const std::string& entry)
-{
-    return entry.substr(0, entry.find('|'));
-}
-
 bool IsExecutable(const QString& ext)
 {
     return ext == QLatin1String("EXE") || ext == QLatin1String("COM");
@@ -102,15 +80,23 @@ class FileTypes {
         QString text;
     };
 
-    Type Of(const QString& path, const QString& name)
+    Type Of(QStringView path, const QString& name)
     {
         const qsizetype dot = name.lastIndexOf(QLatin1Char('.'));
-        const QString ext = dot <= 0 ? QString() : name.mid(dot + 1).toUpper();
+        const QStringView spelt = dot <= 0 ? QStringView() : QStringView(name).mid(dot + 1);
+        // Neighbouring files mostly share their extension: no text is made
+        // for the lookup then.
+        if (m_hasLast && spelt == m_lastSpelt)
+            return m_lastType;
+        const QString ext = spelt.toString().toUpper();
         if (IsExecutable(ext))
-            return {Existing(OwnPicture(path)), m_application};
+            return {Existing(OwnPicture(path.toString())), m_application};
         auto known = m_byExtension.constFind(ext);
         if (known == m_byExtension.constEnd())
             known = m_byExtension.insert(ext, ByExtension(ext));
+        m_hasLast = true;
+        m_lastSpelt = spelt.toString();
+        m_lastType = *known;
         return *known;
     }
 
@@ -157,6 +143,9 @@ class FileTypes {
     QString m_unknown;
     QString m_application;
     QHash<QString, Type> m_byExtension;
+    bool m_hasLast = false;
+    QString m_lastSpelt;
+    Type m_lastType;
 };
 
 } // namespace
@@ -180,6 +169,17 @@ std::string FavouriteIconKey(const std::string& icon)
     return icon;
 }
 
+ListItem& AddPlaceRow(ListView& files, const std::string& key, const std::string& text,
+                      const std::string& image)
+{
+    return files.ListItems().Add(Q(key), Q(text), Q(image), Q(image));
+}
+
+void SetCount(ctl_Label& label, const std::string& text)
+{
+    label.SetCaption(Q(text));
+}
+
 std::uint32_t SharedMaskColour()
 {
     std::uint32_t mask = 1;
@@ -193,46 +193,6 @@ FolderLister::FolderLister(LocationModel& places, ChooserFavorites& favourites, 
     : m_places(places), m_favourites(favourites), m_controls(controls)
 {
 }
-
-namespace {
-
-// The parts of one Update, each for one kind of place.
-class Listing {
-  public:
-    Listing(LocationModel& places, ChooserFavorites& favourites,
-            const FolderLister::Controls& controls, bool newPlace, const FolderLister& lister)
-        : m_places(places), m_favourites(favourites), m_c(controls), m_newPlace(newPlace),
-          m_lister(lister)
-    {
-    }
-
-    void Drives();
-    void Network();
-    void Favourites();
-    void DesktopRoot();
-    /// False when the folder cannot be read (the message has been shown).
-    bool RealFolder(const std::string& base);
-    void UncTree();
-
-  private:
-    void Domains(NetworkService* network);
-    void Hosts(NetworkService* network, const std::string& domain);
-    void Shares(NetworkService* network, const std::string& domain, const std::string& host);
-    void AddTreeItem(const std::string& key, const std::string& text, const std::string& image,
-                     int indentation);
-    void SelectCurrentInTree();
-    void FolderRows(const std::string& base, const std::vector<FileEntry>& entries);
-    void FileRows(const std::string& base, const std::vector<FileEntry>& matched);
-    void WriteFolderCount(int files, int folders, int allFiles);
-
-    LocationModel& m_places;
-    ChooserFavorites& m_favourites;
-    const FolderLister::Controls& m_c;
-    bool m_newPlace;
-    const FolderLister& m_lister;
-};
-
-} // namespace
 
 void FolderLister::Update()
 {
@@ -277,61 +237,7 @@ void FolderLister::Update()
     }
 }
 
-namespace {
-
-void Listing::AddTreeItem(const std::string& key, const std::string& text, const std::string& image,
-                          int indentation)
-{
-    Resume([&] { m_c.folders.ComboItems().Add(0, Q(key), Q(text), Q(image), {}, indentation); });
-}
-
-void Listing::SelectCurrentInTree()
-{
-    Resume([&] {
-        if (ComboItem* item = m_c.folders.ComboItems().Find(Q(Upper(m_places.CurrentPath))))
-            m_c.folders.SetSelectedItem(item);
-        m_c.folders.Refresh();
-    });
-}
-
-void Listing::UncTree()
-{
-    const std::string& path = m_places.CurrentPath;
-    const auto hostEnd = path.find('\\', 2);
-    const std::string host = path.substr(2, hostEnd == std::string::npos ? hostEnd : hostEnd - 2);
-    const std::string tail =
-        hostEnd == std::string::npos ? std::string() : path.substr(hostEnd + 1);
-    if (m_places.Domain.empty()) {
-        Resume([&] {
-            const StringList domains = GetCoreDevFiles().Network()->Domains();
-            if (domains.Count() > 0)
-                m_places.Domain = domains.Item(1);
-        });
-    }
-    if (!m_newPlace)
-        return;
-    AddTreeItem(kNethood + m_places.Domain + "\\", m_places.Domain, "NETHOOD", 2);
-    AddTreeItem(kNethood + m_places.Domain + "\\" + host + "\\", host, "WORKSTATION", 3);
-    std::string soFar = "\\\\" + host + "\\";
-    int position = 0;
-    std::size_t from = 0;
-    while (from < tail.size()) {
-        auto end = tail.find('\\', from);
-        if (end == std::string::npos)
-            end = tail.size();
-        const std::string component = tail.substr(from, end - from);
-        from = end + 1;
-        if (component.empty())
-            continue;
-        soFar += component + "\\";
-        const int indentation = ++position + 3;
-        Resume([&] {
-            m_c.folders.ComboItems().Add(0, Q(Upper(soFar)), Q(component), QStringLiteral("OPEN"),
-                                         QStringLiteral("OPEN"), indentation);
-        });
-    }
-    SelectCurrentInTree();
-}
+namespace lister {
 
 void Listing::Drives()
 {
@@ -353,100 +259,6 @@ void Listing::Drives()
     }
     SetCount(m_c.fileCount,
              Count(rows) + hLangText(" Objekte im Arbeitsplatz", " Objects in my computer"));
-}
-
-void Listing::Network()
-{
-    m_places.UpPath = kDesktop;
-    const std::string rest = RestOfPlace(m_places.CurrentPath);
-    std::shared_ptr<NetworkService> network;
-    Resume([&] { network = GetCoreDevFiles().Network(); });
-    if (rest.empty()) {
-        Domains(network.get());
-    } else if (rest.find('\\') == std::string::npos) {
-        Hosts(network.get(), rest);
-    } else {
-        const auto slash = rest.find('\\');
-        Shares(network.get(), rest.substr(0, slash), rest.substr(slash + 1));
-    }
-}
-
-// A network service that fails or is missing lists nothing and counts 0.
-StringList NetworkList(NetworkService* network,
-                       const std::function<StringList(NetworkService&)>& read)
-{
-    StringList names;
-    if (network)
-        Resume([&] { names = read(*network); });
-    return names;
-}
-
-void Listing::Domains(NetworkService* network)
-{
-    const StringList domains = NetworkList(network, [](NetworkService& n) { return n.Domains(); });
-    for (const std::string& name : domains.items())
-        Resume([&] { AddPlaceRow(m_c.files, kNethood + name + "\\", name, "NETHOOD"); });
-    SetCount(m_c.fileCount,
-             Count(domains.Count()) + hLangText(" Domäne/n gefunden", " domain/s found"));
-}
-
-void Listing::Hosts(NetworkService* network, const std::string& domain)
-{
-    m_places.UpPath = kNethood;
-    if (m_newPlace) {
-        AddTreeItem(kNethood + domain + "\\", domain, "NETHOOD", 2);
-        SelectCurrentInTree();
-    }
-    m_places.Domain = domain;
-    const StringList hosts =
-        NetworkList(network, [&](NetworkService& n) { return n.Hosts(domain); });
-    for (const std::string& host : hosts.items())
-        Resume([&] {
-            AddPlaceRow(m_c.files, kNethood + domain + "\\" + host + "\\", host, "WORKSTATION");
-        });
-    SetCount(m_c.fileCount, Count(hosts.Count()) +
-                                hLangText(" Rechner in der Domäne ", " PCs in the domain ") +
-                                domain);
-}
-
-void Listing::Shares(NetworkService* network, const std::string& domain, const std::string& host)
-{
-    m_places.UpPath = kNethood + domain + "\\";
-    if (m_newPlace) {
-        AddTreeItem(kNethood + domain + "\\", domain, "NETHOOD", 2);
-        AddTreeItem(kNethood + domain + "\\" + host + "\\", host, "WORKSTATION", 3);
-        SelectCurrentInTree();
-    }
-    m_places.Domain = domain;
-    const StringList shares =
-        NetworkList(network, [&](NetworkService& n) { return n.Shares(host); });
-    int rows = 0;
-    int hidden = 0;
-    // Visible shares stand above the hidden ones ("C$"), which show ghosted.
-    for (const bool hiddenPass : {false, true}) {
-        for (const std::string& entry : shares.items()) {
-            const std::string name = FirstField(entry);
-            if ((!name.empty() && name.back() == '$') != hiddenPass)
-                continue;
-            Resume([&] {
-                ListItem& row =
-                    AddPlaceRow(m_c.files, "\\\\" + host + "\\" + name + "\\", name, "CLOSED");
-                if (name.find('$') != std::string::npos)
-                    row.SetGhosted(true);
-            });
-            ++rows;
-            hidden += hiddenPass ? 1 : 0;
-        }
-    }
-    // "worksation" is the product's own spelling of the line.
-    const std::string line =
-        hidden == 0
-            ? Count(rows) + hLangText(" Freigaben auf Rechner ", " Shares on worksation ") + host
-            : hLangText(Count(rows) + " Freigaben (davon " + Count(hidden) +
-                            " versteckte Freigaben) auf Rechner " + host,
-                        Count(rows) + " Shares (" + Count(hidden) +
-                            " hidden ones) on workstation " + host);
-    SetCount(m_c.fileCount, line);
 }
 
 void Listing::Favourites()
@@ -571,12 +383,15 @@ void Listing::FileRows(const std::string& base, const std::vector<FileEntry>& ma
         if (entry.IsFolder)
             continue;
         const QString name = Q(entry.Name);
-        const QString path = qbase + name;
+        // The sort key holds the path; the row's key is made from it, so
+        // that a row costs as few texts as it shows.
+        const QString sortKey = QStringLiteral("B:") % qbase % name;
+        const QStringView path = QStringView(sortKey).mid(2);
         Resume([&] {
             const FileTypes::Type type = types.Of(path, name);
-            ListItem& row = rows.Add(path.toUpper(), name, type.key, type.key);
+            ListItem& row = rows.Add(path.toString().toUpper(), name, type.key, type.key);
             // The last column first, so that the row's columns are sized once.
-            row.SetSubItem(4, QStringLiteral("B:") + path);
+            row.SetSubItem(4, sortKey);
             row.SetSubItem(2, type.text);
         });
     }
@@ -604,6 +419,6 @@ void Listing::WriteFolderCount(int files, int folders, int allFiles)
     }
 }
 
-} // namespace
+} // namespace lister
 
 } // namespace fw

@@ -35,11 +35,11 @@ namespace {
 // Design metrics, in pixels.
 constexpr int kClientWidth = 820;
 constexpr int kClientHeight = 560;
-constexpr int kStripWidth = 150;
+constexpr int kStripWidth = 140;
 constexpr int kRowHeight = 24;
 constexpr int kLabelWidth = 90;
-constexpr int kToolButton = 28;
-constexpr int kSearchLabelWidth = 48;
+constexpr int kToolButton = 36; // room for a 20 pixel icon in the button face
+constexpr int kSearchLabelWidth = 64;
 constexpr int kCountHeight = 18;
 constexpr int kGap = 5;
 
@@ -148,9 +148,7 @@ void frm_DialogFile::buildFolderFrame()
     txt_SearchFor->Move(0, row, px(160), px(kRowHeight));
 
     frm_Buttons = Add<ctl_Pannel>(QStringLiteral("frm_Buttons"), inside);
-    // Step 3 of the set-up: the holder of the four buttons is 5 pixels
-    // narrower than the buttons' row, so they sit flush with the list.
-    frm_Buttons->Move(0, row, px(4 * kToolButton + kGap) - px(kGap), px(kRowHeight + 2));
+    frm_Buttons->Move(0, row, px(4 * kToolButton + 5), px(kRowHeight + 2));
     const QString icons = QStringLiteral("Ico\\20\\Computer\\");
     struct ToolButton {
         ctl_Button** slot;
@@ -159,11 +157,11 @@ void frm_DialogFile::buildFolderFrame()
         const char* tip;
     };
     const ToolButton buttons[] = {
-        {&but_FolderUp, "but_FolderUp", "Folders\\Up.ico", "Eine Ebene höher|One level up"},
-        {&but_FavoriteAdd, "but_FavoriteAdd", "Signs\\Favorite.ico",
+        {&but_FolderUp, "but_FolderUp", "Signs\\Previous.ico", "Eine Ebene höher|One level up"},
+        {&but_FavoriteAdd, "but_FavoriteAdd", "Signs\\Favorite.ico#Ico\\20\\Overlay\\New.ico",
          "Zu den Favoriten hinzufügen|Add to favorites"},
-        {&but_View, "but_View", "Signs\\View.ico", "Ansicht|View"},
-        {&but_Tool, "but_Tool", "Signs\\Tools.ico", "Extras|Tools"},
+        {&but_View, "but_View", "Papers\\Sheet.ico", "Ansicht|View"},
+        {&but_Tool, "but_Tool", "Tools\\Generic.ico", "Extras|Tools"},
     };
     int left = 0;
     for (const ToolButton& b : buttons) {
@@ -283,6 +281,8 @@ void frm_DialogFile::Form_Load()
     hTranslateForm(*this, m_translations);
 
     Resume([&] { m_favourites.Load(); });
+    // The holder's design width has 5 pixels to spare, taken off here.
+    frm_Buttons->SetWidth(frm_Buttons->Width() - px(5));
     Resume([&] {
         lst_Files->SetMouseIcon(ToImage(GetCoreDevPictures().LoadPicture("Cur\\Hand Up.ico")));
     });
@@ -459,6 +459,7 @@ void frm_DialogFile::Form_Resize()
         sizes.nameBoxLeft = txt_Filename->Left();
         sizes.buttonsWidth = frm_Buttons->Width();
         sizes.searchLabelWidth = lab_SearchFor->Width();
+        sizes.placeComboLeft = lst_Folder->Left();
         sizes.listTop = lst_Files->Top();
         sizes.countHeight = lab_FileCount->Height();
         const FileDialogPlacement p = PlaceFileDialog(sizes);

@@ -197,6 +197,7 @@ void frm_DialogFolderFavorite::Form_Load()
         // Without a key of its own the application has no list to store in.
         opt_FavUser->SetValue(true);
         opt_FavApp->SetVisible(false);
+        window()->resize(window()->width(), window()->height() - kOptionHeight - 4);
         ForUser = true;
     } else {
         (ForUser ? opt_FavUser : opt_FavApp)->SetValue(true);

@@ -6,6 +6,7 @@
 
 #include <QAbstractListModel>
 #include <QComboBox>
+#include <QProxyStyle>
 #include <QStyledItemDelegate>
 
 namespace fw {
@@ -37,6 +38,19 @@ class IndentDelegate : public QStyledItemDelegate {
     static int indentOf(const QModelIndex& index)
     {
         return kIndentPixels * std::max(0, index.data(kIndentRole).toInt());
+    }
+};
+
+// Some styles lay the open list over the box with the chosen item on top;
+// a place combo drops below, so that the path above stays in sight.
+class DropDownStyle : public QProxyStyle {
+  public:
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* answer) const override
+    {
+        if (hint == SH_ComboBox_Popup)
+            return 0;
+        return QProxyStyle::styleHint(hint, option, widget, answer);
     }
 };
 
@@ -226,6 +240,9 @@ ImageCombo::ImageCombo(Form& form, const QString& name, QWidget* container)
     m_combo = new QComboBox(container ? container : form.clientArea());
     m_model = new ImageComboModel(*this, m_combo);
     m_combo->setModel(m_model);
+    auto* style = new DropDownStyle;
+    style->setParent(m_combo);
+    m_combo->setStyle(style);
     m_combo->setItemDelegate(new IndentDelegate(m_combo));
     m_combo->setIconSize(QSize(16, 16));
     m_combo->setMaxVisibleItems(20);

@@ -3,11 +3,19 @@
 #include "forms/ControlError.h"
 
 #include <QPixmap>
+#include <algorithm>
 
 namespace fw {
 
 bool IsNumericKey(const QString& key)
 {
+    // Every row of a folder listing passes through here, and nearly every key
+    // is a path or a name: one that cannot begin a number is turned away
+    // before the full parse, which costs more than the rest of adding a row.
+    const auto first =
+        std::find_if_not(key.cbegin(), key.cend(), [](QChar c) { return c.isSpace(); });
+    if (first == key.cend() || (!first->isDigit() && !QStringView(u"+-.iInN").contains(*first)))
+        return false;
     bool number = false;
     key.trimmed().toDouble(&number);
     return number;

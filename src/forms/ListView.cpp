@@ -49,7 +49,10 @@ template <class View> class ListWidget : public View {
     void mouseDoubleClickEvent(QMouseEvent* event) override
     {
         View::mouseDoubleClickEvent(event);
-        m_list.raise(m_list.DblClick);
+        // Empty space keeps the last row selected; opening it there would
+        // surprise the user.
+        if (this->indexAt(event->position().toPoint()).isValid())
+            m_list.raise(m_list.DblClick);
     }
     void focusInEvent(QFocusEvent* event) override
     {

@@ -96,23 +96,25 @@ TEST_F(StepsTest, MouseAcceleratorsAndKeysClickAndLightTheEntry)
 
 TEST_F(StepsTest, EntriesKeepTheirTextsAndCodeLightsWithoutAClick)
 {
-    EXPECT_EQ(steps->Count(), 3);
     EXPECT_EQ(steps->Caption(3), "Ar&beitsplatz");
     EXPECT_EQ(steps->Tag(2), "PERSONAL");
-    EXPECT_EQ(steps->ToolTip(1), "Der Schreibtisch");
     EXPECT_EQ(steps->stepWidget(1)->toolTip(), "Der Schreibtisch");
-    EXPECT_EQ(steps->Caption(4), "");
     const QImage unlit = steps->stepWidget(2)->grab().toImage();
     steps->SetSelectedIndex(2);
     EXPECT_NE(steps->stepWidget(2)->grab().toImage(), unlit) << "the lit entry looks different";
     steps->ClearSelection();
     EXPECT_EQ(steps->SelectedIndex(), 0);
     EXPECT_EQ(steps->stepWidget(2)->grab().toImage(), unlit);
-    steps->Clear();
-    EXPECT_EQ(steps->Count(), 0);
-    EXPECT_EQ(steps->AddStep("&Netzwerk", {}), 1);
-    clickStep(1);
-    EXPECT_EQ(clicks, std::vector<int>{1});
+    // A handler may rebuild the strip from inside the click.
+    steps->StepClick = [this](int index) {
+        clicks.push_back(index);
+        steps->Clear();
+        steps->AddStep("&Netzwerk", {});
+    };
+    clickStep(3);
+    PressKey(form, Qt::Key_N, Qt::AltModifier);
+    EXPECT_EQ(clicks, (std::vector<int>{3, 1}));
+    EXPECT_EQ(steps->Count(), 1);
 }
 
 } // namespace

@@ -334,9 +334,14 @@ TEST(DesktopFiles, DeletingNeverFollowsALinkOutOfTheTree)
     QFile::link(dir.filePath("outside"), dir.filePath("tree/deep/toOutside"));
     QFile::link(dir.filePath("outside"), dir.filePath("linkToFolder"));
     QFile::link(dir.filePath("outside/keep/precious.txt"), dir.filePath("linkToFile"));
+    QFile::link(dir.filePath("outside"), dir.filePath("linkAsFolder"));
 
     EXPECT_TRUE(files.DeleteFile(dir.filePath("linkToFile").toStdString()));
     EXPECT_TRUE(files.DeleteFolder(dir.filePath("linkToFolder").toStdString()));
+    // A chooser names folders with a trailing separator; the link still goes alone.
+    EXPECT_TRUE(files.DeleteFolder(
+        fw::desktop::PosixToLocation(dir.filePath("linkAsFolder").toStdString()) + "\\"));
+    EXPECT_FALSE(QFileInfo(dir.filePath("linkAsFolder")).isSymLink());
     EXPECT_TRUE(files.DeleteFolder(dir.filePath("tree").toStdString()));
     EXPECT_FALSE(QFileInfo::exists(dir.filePath("tree")));
     EXPECT_FALSE(QFileInfo(dir.filePath("linkToFolder")).isSymLink());

@@ -99,7 +99,7 @@ TEST(LocationModel, AliasesResolveOnEntryAndPseudoPlacesStay)
         {"DESKTOP:\\", "DESKTOP:\\", nullptr, true},
         {"WORKSTATION:\\", "WORKSTATION:\\", nullptr, true},
         {"NETHOOD:\\Firma\\pc1\\", "NETHOOD:\\Firma\\pc1\\", nullptr, true},
-        {"\\\\pc1\\daten\\", "\\\\pc1\\daten\\", "\\\\pc1\\daten\\", false},
+        {"\\\\pc1\\daten\\", "\\\\pc1\\daten\\", "\\\\pc1\\daten", false},
         // Words compare with case: a lower-case alias is no alias.
         {"user:\\", "user:\\", nullptr, false},
     };

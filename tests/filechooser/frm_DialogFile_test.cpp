@@ -1,7 +1,9 @@
 // The file chooser driven as a user drives it, over real temporary folders:
 // what the name box, Return, the rows, the search box, the filter combo and
 // the place strip make of it, and what reaches the host.
+#include "ChooserTestSupport.h"
 #include "controls/ctl_Button.h"
+#include "controls/ctl_CmdBar.h"
 #include "controls/ctl_Label.h"
 #include "controls/ctl_Steps.h"
 #include "desktop/DesktopFiles.h"
@@ -30,7 +32,6 @@ namespace fw {
 namespace {
 
 using testing::ModalDriver;
-using testing::ScopedTestHost;
 
 QStringList RowTexts(const frm_DialogFile& f)
 {
@@ -67,27 +68,25 @@ bool WaitClosed(const frm_DialogFile& f, int ms = 2000)
 // A chooser over a temporary folder that is also the user's documents folder.
 class FileChooser : public ::testing::Test {
   protected:
-    void SetUp() override
-    {
-        host->CoreDevFiles = std::make_shared<desktop::DesktopFiles>();
-        host->CoreDevText = std::make_shared<desktop::DesktopText>();
-        FreshFolder();
-    }
+    void SetUp() override { FreshFolder(); }
 
+    /// A new folder and a new host for the next case.
     void FreshFolder()
     {
-        dir = std::make_unique<QTemporaryDir>();
-        host->folders.documents = Location("");
-        host->folders.desktop = desktop::PosixToLocation(us(desktopDir.path()));
+        world.reset();
+        world = std::make_unique<testing::ChooserWorld>();
+        world->host->folders.documents = world->FolderLocation();
+        world->host->folders.desktop = desktop::PosixToLocation(us(desktopDir.path()));
     }
+    testing::TestHost& host() const { return *world->host; }
     std::string Location(const QString& relative) const
     {
-        return desktop::PosixToLocation(us(dir->path() + u'/' + relative));
+        return relative.isEmpty() ? world->FolderLocation() : world->Location(us(relative));
     }
     void MakeFiles(const QStringList& paths) const
     {
         for (const QString& path : paths) {
-            const QString full = dir->path() + u'/' + path;
+            const QString full = qs(world->Posix(us(path)));
             QDir().mkpath(path.endsWith(u'/') ? full : QFileInfo(full).path());
             if (!path.endsWith(u'/'))
                 QFile(full).open(QIODevice::WriteOnly);
@@ -119,9 +118,8 @@ class FileChooser : public ::testing::Test {
         chooser.Show(true);
     }
 
-    ScopedTestHost host;
-    std::unique_ptr<QTemporaryDir> dir;
     QTemporaryDir desktopDir;
+    std::unique_ptr<testing::ChooserWorld> world;
     ModalDriver driver;
 };
 
@@ -184,8 +182,8 @@ TEST_F(FileChooser, ReturnInTheNameBoxFollowsTheOkRules)
         ctx->Request.OverwritePrompt = c.overwritePrompt;
         ctx->Items.DefaultExtension = c.defaultExtension;
         if (c.answer)
-            host->queueQuestionAnswer(c.answer);
-        host->clearCalls();
+            host().queueQuestionAnswer(c.answer);
+        host().clearCalls();
         Run(ctx, [&](frm_DialogFile& f) {
             TypeInto(f, *f.txt_Filename, c.typed, true);
             EXPECT_EQ(WaitClosed(f, c.closed ? 2000 : 250), c.closed);
@@ -199,7 +197,7 @@ TEST_F(FileChooser, ReturnInTheNameBoxFollowsTheOkRules)
         });
         EXPECT_EQ(ctx->Request.Result, c.result);
         EXPECT_EQ(Chosen(*ctx), c.chosen.isEmpty() ? std::string() : Location(c.chosen));
-        EXPECT_EQ(host->callsTo("AskQuestion").size(), c.answer ? 1u : 0u);
+        EXPECT_EQ(host().callsTo("AskQuestion").size(), c.answer ? 1u : 0u);
     }
 }
 
@@ -208,7 +206,7 @@ TEST_F(FileChooser, TypedPosixPathsAndDrivesAreUnderstood)
     MakeFiles({"deep/hosts"});
     auto ctx = Request(1);
     Run(ctx, [&](frm_DialogFile& f) {
-        TypeInto(f, *f.txt_Filename, dir->path() + QStringLiteral("/deep/hosts"), true);
+        TypeInto(f, *f.txt_Filename, qs(world->Posix("deep/hosts")), true);
         WaitClosed(f);
     });
     EXPECT_EQ(ctx->Request.Result, 1);
@@ -257,10 +255,10 @@ TEST_F(FileChooser, SetUpReadsFiltersStartFileAndView)
     for (const SetupCase& c : cases) {
         SCOPED_TRACE(c.name);
         MakeFiles({"a.txt", "sub/"});
-        host->registry.clear();
+        host().registry.clear();
         if (c.view)
-            host->setRegistry(HiveCurrentUser, "Software\\Valdrenix\\Core\\Settings\\FolderView",
-                              c.view);
+            host().setRegistry(HiveCurrentUser, "Software\\Valdrenix\\Core\\Settings\\FolderView",
+                               c.view);
         auto ctx = Request(c.mode);
         ctx->Request.FilterIndex = c.filterIndex;
         for (const std::string& f : c.filters)
@@ -293,7 +291,7 @@ TEST_F(FileChooser, SearchThinsRowsAndRefillsOnlyWhenNeeded)
         TypeInto(f, *f.txt_SearchFor, QStringLiteral("a"));
         EXPECT_EQ(RowTexts(f).size(), 4);
         // A file that goes now shows until a refill: typing on needs none.
-        QFile::remove(dir->path() + QStringLiteral("/apple.txt"));
+        QFile::remove(qs(world->Posix("apple.txt")));
         testing::Type(f, QStringLiteral("p"));
         EXPECT_EQ(RowTexts(f), (QStringList{"apple.txt", "apricot.txt", "grape.txt"}));
         EXPECT_EQ(f.lab_FileCount->Caption(), QStringLiteral("3 Treffer für *ap*"));
@@ -343,16 +341,49 @@ TEST_F(FileChooser, RowsKeysAndStripMoveBetweenPlaces)
         EXPECT_EQ(f.Places().CurrentPath, "DESKTOP:\\");
         EXPECT_EQ(f.cat_Folder->SelectedIndex(), 0);
         f.GotoFolder(Location(""));
-        host->queueMenuChoice("CREATEFOLDER");
-        host->queueTextAnswer("Neu");
+        host().queueMenuChoice("CREATEFOLDER");
+        host().queueTextAnswer("Neu");
         testing::Click(*f.but_Tool);
-        EXPECT_TRUE(QDir(dir->path() + QStringLiteral("/Neu")).exists());
+        EXPECT_TRUE(QDir(qs(world->Posix({})) + QStringLiteral("/Neu")).exists());
         f.GotoFolder(Location(""));
         testing::DoubleClickItem(*f.lst_Files, rows.Item(rows.Count()));
         WaitClosed(f);
     });
     EXPECT_EQ(ctx->Request.Result, 1);
     EXPECT_EQ(Chosen(*ctx), Location("top.txt"));
+}
+
+struct HelpSink : EventSink {
+    std::vector<std::string> names;
+    void Notify(Form&, const std::string& name) override { names.push_back(name); }
+};
+
+TEST_F(FileChooser, ViewMenuHelpAndRightClickReachTheHost)
+{
+    MakeFiles({"a.txt"});
+    auto ctx = Request(1);
+    auto help = std::make_shared<HelpSink>();
+    ctx->EventLink.EventSink = help;
+    Run(ctx, [&](frm_DialogFile& f) {
+        host().queueMenuChoice("VIEW.DETAILS");
+        testing::Click(*f.but_View);
+        EXPECT_EQ(f.lst_Files->View(), 3);
+        EXPECT_EQ(host().registryValue(HiveCurrentUser,
+                                       "Software\\Valdrenix\\Core\\Settings\\FolderView"),
+                  "3");
+        // Help stays open and reaches the host once the click has returned.
+        f.bar_Buttons->Press(QStringLiteral("HELP"));
+        EXPECT_TRUE(help->names.empty());
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !help->names.empty(); }, 1000));
+        EXPECT_EQ(help->names, std::vector<std::string>{"FILE.HELP"});
+        // A right click on a row offers "Öffnen"; choosing it opens the row.
+        host().queueMenuChoice("OPEN");
+        const QRect row = f.lst_Files->ItemRect(f.lst_Files->ListItems().Item(1));
+        QTest::mousePress(f.lst_Files->viewport(), Qt::RightButton, {}, row.center());
+        WaitClosed(f);
+    });
+    EXPECT_EQ(ctx->Request.Result, 1);
+    EXPECT_EQ(Chosen(*ctx), Location("a.txt"));
 }
 
 struct LayoutCase {
@@ -385,6 +416,7 @@ TEST(FileDialogLayout, PanesTileTheFormWithoutOverlap)
         s.nameBoxLeft = 1500;
         s.buttonsWidth = 1600;
         s.searchLabelWidth = 700;
+        s.placeComboLeft = 150;
         s.listTop = 700;
         s.countHeight = 270;
         const FileDialogPlacement p = PlaceFileDialog(s);
@@ -401,10 +433,11 @@ TEST(FileDialogLayout, PanesTileTheFormWithoutOverlap)
             EXPECT_EQ(p.previewFrame.width, c.width / 4);
         }
         if (c.search) {
-            EXPECT_LT(2 * 75 + p.placeComboWidth, p.searchLabelLeft);
+            EXPECT_LT(s.placeComboLeft + p.placeComboWidth, p.searchLabelLeft);
+            EXPECT_EQ(p.searchBoxLeft + p.searchBoxWidth + 75, p.buttonsLeft);
         } else {
             EXPECT_EQ(p.placeComboWidth,
-                      int(std::lround((p.buttonsLeft - p.folderFrame.left) * 0.6)));
+                      int(std::lround((p.buttonsLeft - s.placeComboLeft - 75) * 0.6)));
         }
     }
 }

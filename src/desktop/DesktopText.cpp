@@ -191,8 +191,7 @@ std::string DesktopText::DrivePart(const std::string& path)
         const std::size_t host = path.find_first_of("/\\", 2);
         const std::size_t share =
             host == std::string::npos ? host : path.find_first_of("/\\", host + 1);
-        // Shares keep their separator, as the place of a UNC path ends in one.
-        return share == std::string::npos ? AddBackslash(path) : path.substr(0, share + 1);
+        return withoutTrailingSeps(path.substr(0, share));
     }
     if (const std::size_t colon = driveColon(path); colon != std::string::npos)
         return path.substr(0, colon + 1);

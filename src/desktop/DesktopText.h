@@ -22,7 +22,7 @@ namespace fw::desktop {
 /// escaped characters (LocationPaths.h) hold no separator and split like any.
 ///  - AddBackslash("/a/b") "/a/b/", ("D:") "D:\"; empty stays empty.
 ///  - DrivePart: "C:" of "C:\..." and of "C:", "DESKTOP:" of a pseudo path,
-///    "\\host\share\" of a UNC path, "/" of a Linux path, else empty ("sub\x",
+///    "\\host\share" of a UNC path, "/" of a Linux path, else empty ("sub\x",
 ///    "..\x", and a name with a colon of its own such as "a:b.txt").
 ///  - FolderPart("C:\a\b.txt") "C:\a\": everything up to the last separator;
 ///    empty for "D:" and for a bare name.

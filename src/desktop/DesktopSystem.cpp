@@ -1,6 +1,8 @@
 #include "desktop/DesktopSystem.h"
 #include "forms/Control.h"
 #include "forms/Form.h"
+#include "forms/ListView.h"
+#include "forms/Screen.h"
 
 #include <QAbstractSpinBox>
 #include <QComboBox>
@@ -9,6 +11,7 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QScreen>
+#include <QStyle>
 #include <QTableView>
 #include <QTextEdit>
 #include <QTreeView>
@@ -115,8 +118,31 @@ std::shared_ptr<MonitorList> DesktopSystem::Monitors()
     return std::make_shared<DesktopMonitorList>();
 }
 
+namespace {
+// The list's own width, not its widget's: a list laid out while its form is
+// still loading has no widget size yet, and the columns must fit what the
+// form gave it. A vertical scroll bar is allowed for, as a long list gets one.
+bool fitListColumns(ListView& list, const std::string& percents)
+{
+    const int frame = 2 * list.widget()->style()->pixelMetric(QStyle::PM_DefaultFrameWidth);
+    const int bar = list.widget()->style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    const int width = std::max(0, ToPixels(list.Width()) - frame - bar);
+    const QStringList parts = QString::fromStdString(percents).split(u',');
+    ColumnHeaders& columns = list.ColumnHeaders();
+    for (int i = 0; i < parts.size() && i < columns.Count(); ++i) {
+        bool ok = false;
+        const double percent = parts[i].trimmed().toDouble(&ok);
+        if (ok && percent >= 0)
+            columns.Item(i + 1).SetWidth(ToTwips(int(width * percent / 100.0)));
+    }
+    return true;
+}
+} // namespace
+
 void DesktopControls::SetColumnWidths(Control& listView, const std::string& percents)
 {
+    if (auto* list = dynamic_cast<ListView*>(&listView); list && fitListColumns(*list, percents))
+        return;
     QAbstractItemView* view = widgetAs<QTreeView>(listView.widget());
     QHeaderView* header = nullptr;
     if (auto* tree = qobject_cast<QTreeView*>(view)) {

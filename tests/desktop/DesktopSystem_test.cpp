@@ -2,6 +2,8 @@
 #include "desktop/DesktopMessages.h"
 #include "desktop/DesktopSystem.h"
 #include "forms/Form.h"
+#include "forms/ListView.h"
+#include "forms/Screen.h"
 #include "forms/StdControls.h"
 
 #include <QApplication>
@@ -61,6 +63,22 @@ TEST(DesktopControls, ColumnWidthsShareTheVisibleWidthByPercent)
     EXPECT_NEAR(shown.tree->header()->sectionSize(0), width * 0.4, 1) << "unchanged";
     EXPECT_NEAR(shown.tree->header()->sectionSize(1), width * 0.6, 1) << "unchanged";
     controls.ListViews().SetColumnWidths(*shown.text, "50,50"); // no list: nothing happens
+}
+
+TEST(DesktopControls, AListNotYetShownGetsColumnsOfTheWidthItWasGiven)
+{
+    fw::Form form{"frm_Test"};
+    auto* list = form.Add<fw::ListView>("lst_Files");
+    for (const char* text : {"Dateiname", "Größe", "Typ", "Geändert am", "Sortierung"})
+        list->ColumnHeaders().Add(text);
+    list->Move(0, 0, fw::ToTwips(640), fw::ToTwips(300));
+    list->SetView(fw::lvwReport);
+    DesktopControls().ListViews().SetColumnWidths(*list, "40,20,20,20,0");
+    const int first = fw::ToPixels(list->ColumnHeaders().Item(1).Width());
+    EXPECT_GT(first, 200); // 40 % of 640 less frame and scroll bar
+    EXPECT_LE(first, 256);
+    EXPECT_EQ(fw::ToPixels(list->ColumnHeaders().Item(5).Width()), 0);
+    form.Unload();
 }
 
 TEST(DesktopWindows, EdgesFollowTheWidgetAndEffectsComeAndGo)

@@ -84,6 +84,11 @@ class ListModel : public QAbstractTableModel {
             if (column != 0)
                 return item->SubItem(column);
             return m_list->DisplayText ? m_list->DisplayText(item->m_text) : item->m_text;
+        case Qt::SizeHintRole:
+            // Uniform cells are measured on one sample row; give it the
+            // longest name's room.
+            return column == 0 && m_list->m_cellSize.isValid() ? QVariant(m_list->m_cellSize)
+                                                               : QVariant();
         case Qt::DecorationRole:
             return column == 0 ? QVariant(m_list->iconOf(*item)) : QVariant();
         case Qt::CheckStateRole:

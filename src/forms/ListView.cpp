@@ -207,6 +207,7 @@ void ListView::attach(QAbstractItemView* view)
 
 void ListView::showView()
 {
+    m_cellSize = QSize(); // the symbol and details views size their own cells
     if (!m_stack)
         return;
     QAbstractItemView* shown = activeView();
@@ -251,6 +252,7 @@ void ListView::showView()
 
 void ListView::fitListCells()
 {
+    m_cellSize = QSize();
     if (!m_listWidget || m_view == lvwIcon || m_view == lvwReport)
         return;
     if (m_longestText.isEmpty()) {
@@ -263,7 +265,8 @@ void ListView::fitListCells()
     // Beyond two thirds of the list a name is shortened in its middle instead.
     const int widest = std::max(200, m_listWidget->viewport()->width() * 2 / 3);
     const int width = std::min(icon.width() + metrics.horizontalAdvance(shown) + 16, widest);
-    m_listWidget->setGridSize(QSize(width, std::max(icon.height(), metrics.height()) + 4));
+    m_cellSize = QSize(width, std::max(icon.height(), metrics.height()) + 4);
+    m_listWidget->setGridSize(m_cellSize);
 }
 
 void ListView::SetView(int view)

@@ -329,6 +329,7 @@ class ListView : public Control, public TextRows {
     // The longest row text so far: one row's width for every cell, since
     // measuring a million rows is what uniform cells are there to avoid.
     QString m_longestText;
+    QSize m_cellSize; // invalid where the view sizes its own cells
     // Set while code, not the user, moves the selection or the checks.
     bool m_byCode = false;
 };

@@ -225,7 +225,7 @@ TEST_F(ListViewTest, LongAndOddNamesShowWholeOnOneLineInTheListViews)
     form.lst->DisplayText = [](const QString& text) {
         return QString(text).replace(u'\n', QChar(0x2424));
     };
-    for (int view : {lvwList}) {
+    for (int view : {lvwSmallIcon, lvwList}) {
         form.lst->SetView(view);
         ProcessEvents();
         const QFontMetrics metrics = form.lst->viewport()->fontMetrics();

@@ -5,12 +5,13 @@
 
 namespace fw::desktop {
 
-/// Folders come from the XDG user folders and always end in "/", so that a
+/// Folders are location strings ending in "\\" ("C:\\home\\anna\\"), so that a
 /// dialog can append a name:
 ///  - UserFolder: the home folder;
 ///  - SamplesFolder: the data folder + "/formwerk/samples/";
 ///  - SharedFolder: the data folder + "/formwerk/shared/"
-/// (data folder: QStandardPaths::GenericDataLocation, ~/.local/share).
+/// (data folder: QStandardPaths::GenericDataLocation, ~/.local/share); these
+/// two are empty while the folder does not exist.
 class DesktopApp final : public CoreDevApp, ApplicationFolders {
   public:
     ApplicationFolders& Folders() override { return *this; }
@@ -21,7 +22,8 @@ class DesktopApp final : public CoreDevApp, ApplicationFolders {
     std::string RegistryKey() override;
 };
 
-/// Desktop and documents from the XDG user folders, ending in "/".
+/// Desktop and documents from the XDG user folders as locations ending in
+/// "\\"; the home folder where the account has no such folder.
 class DesktopSystemFolders final : public SystemFolders {
   public:
     std::string DesktopFolder() override;

@@ -384,17 +384,23 @@ TEST(DesktopFiles, SizeTextUsesBinaryUnitsAndADecimalComma)
     EXPECT_EQ(files.SizeText(5LL * 1024 * 1024 * 1024), "5,0 GB");
 }
 
-TEST(DesktopApp, FoldersEndInASlashAndStampsAreLocalTime)
+TEST(DesktopApp, FoldersAreLocationsThatExistAndStampsAreLocalTime)
 {
+    QTemporaryDir data;
+    qputenv("XDG_DATA_HOME", data.path().toLocal8Bit());
     fw::desktop::DesktopApp app;
     fw::desktop::DesktopSystemFolders system;
+    EXPECT_EQ(app.SamplesFolder(), "") << "no such folder: no row for it";
+    QDir(data.path()).mkpath("formwerk/samples");
+    QDir(data.path()).mkpath("formwerk/shared");
     for (const std::string& folder : {app.UserFolder(), app.SamplesFolder(), app.SharedFolder(),
                                       system.DesktopFolder(), system.DocumentsFolder()}) {
-        ASSERT_FALSE(folder.empty());
-        EXPECT_EQ(folder.front(), '/') << folder;
-        EXPECT_EQ(folder.back(), '/') << folder;
+        ASSERT_TRUE(folder.size() > 3 && folder[1] == ':' && folder[2] == '\\') << folder;
+        EXPECT_EQ(folder.back(), '\\') << folder;
+        EXPECT_TRUE(DesktopFiles().FolderExists(folder)) << folder;
     }
     EXPECT_NE(app.SamplesFolder(), app.SharedFolder());
+    qunsetenv("XDG_DATA_HOME");
     const QString stamp = QString::fromStdString(fw::desktop::DesktopClock().logStamp());
     EXPECT_TRUE(
         QRegularExpression("^\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d$").match(stamp).hasMatch())

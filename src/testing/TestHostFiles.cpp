@@ -4,6 +4,8 @@
 #include "testing/TestHost.h"
 #include "testing/TestHostParts.h"
 
+#include "host/MemoryFavoriteList.h"
+
 #include <algorithm>
 #include <cctype>
 #include <chrono>
@@ -393,30 +395,9 @@ namespace {
 
 // Kept in the host's favourites map by key, so that a test sees what was saved
 // and a second list loads it.
-class TestFavoriteList : public fw::FavoriteList {
+class TestFavoriteList : public fw::MemoryFavoriteList {
   public:
     explicit TestFavoriteList(TestHost& host) : m_host(host) {}
-    int Count() const override { return static_cast<int>(m_items.size()); }
-    FavoriteItem& Item(int index) override
-    {
-        return m_items.at(static_cast<std::size_t>(index - 1));
-    }
-    bool Contains(const std::string& path) const override
-    {
-        return std::any_of(m_items.begin(), m_items.end(),
-                           [&](const FavoriteItem& item) { return item.Path == path; });
-    }
-    void RemoveAt(int index) override
-    {
-        if (index >= 1 && index <= Count())
-            m_items.erase(m_items.begin() + (index - 1));
-    }
-    void Add(const FavoriteItem& item) override { m_items.push_back(item); }
-    FavoriteItem& AddNew(const std::string& name, const std::string& path) override
-    {
-        m_items.push_back(FavoriteItem{name, {}, {}, path});
-        return m_items.back();
-    }
     bool Load(std::uint32_t, const std::string& key) override
     {
         m_host.record("FavoriteList.Load", {key});
@@ -430,16 +411,9 @@ class TestFavoriteList : public fw::FavoriteList {
         m_host.favourites[key] = m_items;
         return true;
     }
-    bool RemoveKey(const std::string& path) override
-    {
-        const auto before = m_items.size();
-        std::erase_if(m_items, [&](const FavoriteItem& item) { return item.Path == path; });
-        return m_items.size() != before;
-    }
 
   private:
     TestHost& m_host;
-    std::vector<FavoriteItem> m_items;
 };
 
 } // namespace

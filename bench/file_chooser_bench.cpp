@@ -6,9 +6,11 @@
 //
 // Each figure is the best of three runs (one for a million files), each in a
 // process of its own (this program started again with --probe), so that peak
-// memory and the caches of one do not colour the next. Folders of empty files are made once in /tmp and kept for later runs.
+// memory and the caches of one do not colour the next. Folders of empty files are made once in /tmp
+// and kept for later runs.
 //
 //   file_chooser_bench [--sizes 1000,10000,100000,1000000] [--limit SECONDS]
+#include "BenchSupport.h"
 #include "core/HasContext.h"
 #include "core/cls_Formwerk.h"
 #include "desktop/DesktopHost.h"
@@ -103,21 +105,6 @@ bool waitFor(const std::function<bool()>& done, int limitMs)
     return true;
 }
 
-// Counts paints of a widget (a list's viewport) from the moment it is armed.
-class PaintWatch : public QObject {
-  public:
-    explicit PaintWatch(QWidget* widget) { widget->installEventFilter(this); }
-    int paints = 0;
-
-  protected:
-    bool eventFilter(QObject*, QEvent* event) override
-    {
-        if (event->type() == QEvent::Paint)
-            ++paints;
-        return false;
-    }
-};
-
 struct Probe {
     double ms = -1;
     double searchMs = -1;
@@ -168,7 +155,7 @@ double searchKeystroke(fw::Form& form, QAbstractItemView* list, int count, int l
     auto* search = form.window()->findChild<QLineEdit*>(QStringLiteral("txt_SearchFor"));
     if (!search)
         return -1;
-    PaintWatch watch(list->viewport());
+    fw::bench::PaintCounter watch(list->viewport());
     QElapsedTimer clock;
     clock.start();
     QTest::keyClick(search, Qt::Key_T);
@@ -198,7 +185,7 @@ Probe probeChooser(const std::string& folder, int limitMs)
     clock.start();
     form->Show(false);
     QAbstractItemView* list = nullptr;
-    std::optional<PaintWatch> watch;
+    std::optional<fw::bench::PaintCounter> watch;
     const bool painted = waitFor(
         [&] {
             if (!list && (list = fileList(*form)))
@@ -227,17 +214,6 @@ int runProbe(const QString& kind, const std::string& folder, int limitMs)
     out() << probe.ms << ' ' << peakMegabytes() << ' ' << probe.searchMs << '\n';
     out().flush();
     return 0;
-}
-
-QtMessageHandler g_nextHandler = nullptr;
-
-// The platform's notices (no size hints, no runtime dir) would bury the table.
-void quietOffscreenNotices(QtMsgType type, const QMessageLogContext& where, const QString& text)
-{
-    if (type == QtWarningMsg && (text.startsWith(QLatin1String("This plugin does not support")) ||
-                                 text.contains(QLatin1String("XDG_"))))
-        return;
-    g_nextHandler(type, where, text);
 }
 
 struct Measured {
@@ -331,7 +307,7 @@ int runAll(const QList<int>& sizes, int limitMs)
 int main(int argc, char** argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    g_nextHandler = qInstallMessageHandler(quietOffscreenNotices);
+    fw::bench::QuietOffscreenNotices();
     QApplication app(argc, argv);
     const QStringList args = QApplication::arguments().mid(1);
     if (args.size() == 4 && args[0] == QLatin1String("--probe"))

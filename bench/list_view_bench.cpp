@@ -8,6 +8,8 @@
 #include "forms/ListView.h"
 #include "forms/Screen.h"
 
+#include "BenchSupport.h"
+
 #include <QApplication>
 #include <QEvent>
 #include <QWidget>
@@ -15,20 +17,6 @@
 #include <memory>
 
 namespace {
-
-// Counts the paints of the list's viewport.
-class PaintCounter : public QObject {
-  public:
-    int paints = 0;
-
-  protected:
-    bool eventFilter(QObject*, QEvent* event) override
-    {
-        if (event->type() == QEvent::Paint)
-            ++paints;
-        return false;
-    }
-};
 
 class ListForm : public fw::Form {
   public:
@@ -65,7 +53,7 @@ class ListForm : public fw::Form {
             item.SetSubItem(4, QStringLiteral("B:") + path);
         }
     }
-    void waitForPaint(PaintCounter& counter)
+    void waitForPaint(fw::bench::PaintCounter& counter)
     {
         const int before = counter.paints;
         while (counter.paints == before)
@@ -78,20 +66,16 @@ class ListForm : public fw::Form {
 
 // A list form filled with rows, shown and painted once; unloaded when it goes.
 struct ShownList {
-    ShownList(int rows, int view) : form(std::make_unique<ListForm>(view))
+    ShownList(int rows, int view)
+        : form(std::make_unique<ListForm>(view)), counter(form->lst->viewport())
     {
-        form->lst->viewport()->installEventFilter(&counter);
         form->fill(rows);
         form->Show();
         form->waitForPaint(counter);
     }
-    ~ShownList()
-    {
-        form->lst->viewport()->removeEventFilter(&counter);
-        form->Unload();
-    }
-    PaintCounter counter;
+    ~ShownList() { form->Unload(); }
     std::unique_ptr<ListForm> form;
+    fw::bench::PaintCounter counter;
 };
 
 // From the first row added to the first paint of the shown, filled list.

@@ -18,6 +18,7 @@
 #include <QComboBox> // ImageCombo.h needs the complete type for its inline accessor
 #include <QHash>
 #include <QStringBuilder>
+#include <algorithm>
 
 namespace fw {
 
@@ -56,6 +57,23 @@ void AddColumnsOnce(ListView& files)
     for (const char* title : {"Dateiname", "Größe", "Typ", "Geändert am"})
         columns.Add(QString::fromUtf8(title));
     columns.Add(QStringLiteral("Sortierung"), 0);
+}
+
+// The row key of an entry: the folder in capitals (converted once per
+// listing) and the name in capitals. Qt's toUpper walks the Unicode tables for
+// each character; names are mostly ASCII, which is converted directly. Case
+// mapping goes character by character, so the parts convert on their own.
+QString UpperKey(const QString& upperBase, QStringView name, QStringView suffix = {})
+{
+    QString key(upperBase.size() + name.size() + suffix.size(), Qt::Uninitialized);
+    QChar* out = std::copy(upperBase.cbegin(), upperBase.cend(), key.data());
+    for (const QChar c : name) {
+        if (c.unicode() >= 0x80)
+            return upperBase + name.toString().toUpper() + suffix.toString();
+        *out++ = c >= u'a' && c <= u'z' ? QChar(c.unicode() - ('a' - 'A')) : c;
+    }
+    std::copy(suffix.begin(), suffix.end(), out);
+    return key;
 }
 
 bool IsExecutable(const QString& ext)
@@ -354,6 +372,7 @@ bool Listing::RealFolder(const std::string& base)
 void Listing::FolderRows(const std::string& base, const std::vector<FileEntry>& entries)
 {
     const QString qbase = Q(base);
+    const QString upperBase = qbase.toUpper();
     const QString dash = QStringLiteral("-");
     const QString folderType = Q(hLangText("Ordner", "Folder"));
     const QString closed = QStringLiteral("CLOSED");
@@ -364,7 +383,7 @@ void Listing::FolderRows(const std::string& base, const std::vector<FileEntry>& 
         const QString name = Q(entry.Name);
         const QString path = qbase + name + QLatin1Char('\\');
         Resume([&] {
-            ListItem& row = rows.Add(path.toUpper(), name, closed, closed);
+            ListItem& row = rows.Add(UpperKey(upperBase, name, u"\\"), name, closed, closed);
             row.SetSubItem(4, QStringLiteral("A:") + path);
             row.SetSubItem(1, dash);
             row.SetSubItem(2, folderType);
@@ -377,19 +396,20 @@ void Listing::FolderRows(const std::string& base, const std::vector<FileEntry>& 
 void Listing::FileRows(const std::string& base, const std::vector<FileEntry>& matched)
 {
     const QString qbase = Q(base);
+    const QString upperBase = qbase.toUpper();
     FileTypes types;
     ListItems& rows = m_c.files.ListItems();
     for (const FileEntry& entry : matched) {
         if (entry.IsFolder)
             continue;
         const QString name = Q(entry.Name);
-        // The sort key holds the path; the row's key is made from it, so
-        // that a row costs as few texts as it shows.
+        // The sort key holds the path, so that a row costs as few texts as
+        // it shows.
         const QString sortKey = QStringLiteral("B:") % qbase % name;
         const QStringView path = QStringView(sortKey).mid(2);
         Resume([&] {
             const FileTypes::Type type = types.Of(path, name);
-            ListItem& row = rows.Add(path.toString().toUpper(), name, type.key, type.key);
+            ListItem& row = rows.Add(UpperKey(upperBase, name), name, type.key, type.key);
             // The last column first, so that the row's columns are sized once.
             row.SetSubItem(4, sortKey);
             row.SetSubItem(2, type.text);

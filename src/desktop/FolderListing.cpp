@@ -35,6 +35,10 @@ bool nameLess(const std::string& a, const std::string& b)
 {
     const std::size_t common = std::min(a.size(), b.size());
     for (std::size_t i = 0; i < common; ++i) {
+        // Names of one folder mostly share their start: equal bytes need no
+        // case folding.
+        if (a[i] == b[i])
+            continue;
         const int x = asciiLower(static_cast<unsigned char>(a[i]));
         const int y = asciiLower(static_cast<unsigned char>(b[i]));
         if (x != y)

@@ -410,7 +410,6 @@ void Listing::FileRows(const std::string& base, const std::vector<FileEntry>& ma
         Resume([&] {
             const FileTypes::Type type = types.Of(path, name);
             ListItem& row = rows.Add(UpperKey(upperBase, name), name, type.key, type.key);
-            // The last column first, so that the row's columns are sized once.
             row.SetSubItem(4, sortKey);
             row.SetSubItem(2, type.text);
         });

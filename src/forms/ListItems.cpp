@@ -42,16 +42,26 @@ QString ListItem::SubItem(int column) const
 {
     if (column < 1)
         throw ControlError(ControlError::InvalidPropertyValue, "Invalid property value");
-    return column <= m_subItems.size() ? m_subItems[column - 1] : QString();
+    if (column <= kInlineSubItems)
+        return m_subItems[std::size_t(column - 1)];
+    const qsizetype more = column - kInlineSubItems - 1;
+    return m_moreSubItems && more < m_moreSubItems->size() ? m_moreSubItems->at(more) : QString();
 }
 
 void ListItem::SetSubItem(int column, const QString& text)
 {
     if (column < 1)
         throw ControlError(ControlError::InvalidPropertyValue, "Invalid property value");
-    if (m_subItems.size() < column)
-        m_subItems.resize(column);
-    m_subItems[column - 1] = text;
+    if (column <= kInlineSubItems) {
+        m_subItems[std::size_t(column - 1)] = text;
+    } else {
+        const qsizetype more = column - kInlineSubItems - 1;
+        if (!m_moreSubItems)
+            m_moreSubItems = std::make_unique<QStringList>();
+        if (m_moreSubItems->size() <= more)
+            m_moreSubItems->resize(more + 1);
+        (*m_moreSubItems)[more] = text;
+    }
     m_list->itemChanged(*this);
 }
 

@@ -20,6 +20,7 @@
 #include <QRect>
 #include <QString>
 #include <QStringList>
+#include <array>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -94,7 +95,11 @@ class ListItem {
     QString m_key;
     QString m_text;
     QString m_tag;
-    QStringList m_subItems;
+    // Lists mostly show a few columns: their texts live in the row itself,
+    // sparing a list of a million rows a million small allocations.
+    static constexpr int kInlineSubItems = 4;
+    std::array<QString, kInlineSubItems> m_subItems;
+    std::unique_ptr<QStringList> m_moreSubItems;
     int m_row = 0;
     // Numbers in the list's picture key table, 0 for none.
     std::uint16_t m_icon = 0;

@@ -11,6 +11,27 @@ namespace fw {
 using listview::notFound;
 using listview::outOfBounds;
 
+namespace {
+
+// UTF-8 in a block of its own size: toUtf8 reserves three bytes a character,
+// and shrinking that afterwards leaves a hole behind each row's text.
+QByteArray exactUtf8(const QString& text)
+{
+    QByteArray bytes(text.size(), Qt::Uninitialized);
+    char* out = bytes.data();
+    for (const QChar c : text) {
+        if (c.unicode() >= 0x80) {
+            QByteArray utf8 = text.toUtf8();
+            utf8.squeeze();
+            return utf8;
+        }
+        *out++ = char(c.unicode());
+    }
+    return bytes;
+}
+
+} // namespace
+
 // ---- ListItem ---------------------------------------------------------------
 
 void ListItem::SetText(const QString& text)
@@ -43,25 +64,36 @@ QString ListItem::SubItem(int column) const
     if (column < 1)
         throw ControlError(ControlError::InvalidPropertyValue, "Invalid property value");
     if (column <= kInlineSubItems)
+        return QString::fromUtf8(m_subItems[std::size_t(column - 1)]);
+    const std::size_t more = std::size_t(column - kInlineSubItems - 1);
+    return m_moreSubItems && more < m_moreSubItems->size()
+               ? QString::fromUtf8((*m_moreSubItems)[more])
+               : QString();
+}
+
+QByteArray& ListItem::subItemSlot(int column)
+{
+    if (column <= kInlineSubItems)
         return m_subItems[std::size_t(column - 1)];
-    const qsizetype more = column - kInlineSubItems - 1;
-    return m_moreSubItems && more < m_moreSubItems->size() ? m_moreSubItems->at(more) : QString();
+    const std::size_t more = std::size_t(column - kInlineSubItems - 1);
+    if (!m_moreSubItems)
+        m_moreSubItems = std::make_unique<std::vector<QByteArray>>();
+    if (m_moreSubItems->size() <= more)
+        m_moreSubItems->resize(more + 1);
+    return (*m_moreSubItems)[more];
 }
 
 void ListItem::SetSubItem(int column, const QString& text)
 {
     if (column < 1)
         throw ControlError(ControlError::InvalidPropertyValue, "Invalid property value");
-    if (column <= kInlineSubItems) {
-        m_subItems[std::size_t(column - 1)] = text;
-    } else {
-        const qsizetype more = column - kInlineSubItems - 1;
-        if (!m_moreSubItems)
-            m_moreSubItems = std::make_unique<QStringList>();
-        if (m_moreSubItems->size() <= more)
-            m_moreSubItems->resize(more + 1);
-        (*m_moreSubItems)[more] = text;
+    QByteArray bytes = exactUtf8(text);
+    if (column <= kInlineSubItems && m_row > 0) {
+        const ListItem* above = m_list->m_items.m_rows[std::size_t(m_row - 1)].get();
+        if (above && above->m_subItems[std::size_t(column - 1)] == bytes)
+            bytes = above->m_subItems[std::size_t(column - 1)];
     }
+    subItemSlot(column) = std::move(bytes);
     m_list->itemChanged(*this);
 }
 

@@ -15,6 +15,7 @@
 #include "forms/ImageKeys.h"
 #include "forms/TextRows.h"
 
+#include <QByteArray>
 #include <QMultiHash>
 #include <QPointer>
 #include <QRect>
@@ -95,11 +96,15 @@ class ListItem {
     QString m_key;
     QString m_text;
     QString m_tag;
+    QByteArray& subItemSlot(int column);
+
     // Lists mostly show a few columns: their texts live in the row itself,
-    // sparing a list of a million rows a million small allocations.
+    // sparing a list of a million rows a million small allocations. They are
+    // kept as UTF-8, half the size of a path in UTF-16, and equal texts of
+    // neighbouring rows (a type, a dash) share one copy.
     static constexpr int kInlineSubItems = 4;
-    std::array<QString, kInlineSubItems> m_subItems;
-    std::unique_ptr<QStringList> m_moreSubItems;
+    std::array<QByteArray, kInlineSubItems> m_subItems;
+    std::unique_ptr<std::vector<QByteArray>> m_moreSubItems;
     int m_row = 0;
     // Numbers in the list's picture key table, 0 for none.
     std::uint16_t m_icon = 0;

@@ -71,7 +71,8 @@ TEST(FolderLister, CountLineTellsFilesFoldersAndHiddenOnes)
     }
 }
 
-// Keys are the paths in capitals, whatever the names are spelt in.
+// Keys are the paths in capitals and sort keys the paths as spelt, whatever
+// the names are spelt in.
 TEST(FolderLister, RowKeysAreThePathsInCapitals)
 {
     ChooserWorld world;
@@ -85,6 +86,7 @@ TEST(FolderLister, RowKeysAreThePathsInCapitals)
         const fw::ListItem& row = rows.Item(i);
         const QString mark = i <= 2 ? QStringLiteral("\\") : QString();
         EXPECT_EQ(row.Key(), (base + row.Text() + mark).toUpper()) << row.Text().toStdString();
+        EXPECT_EQ(row.SubItem(4), (i <= 2 ? "A:" : "B:") + base + row.Text() + mark);
     }
 }
 

@@ -122,7 +122,28 @@ bool MatchesWildcard(std::string_view text, std::string_view pattern)
                                QString::fromUtf8(text).toCaseFolded());
 }
 
-const std::vector<ScannedEntry>* FolderScanCache::Scan(const std::string& folder, int& error)
+PackedEntries::PackedEntries(const std::vector<ScannedEntry>& entries)
+{
+    std::size_t total = 0;
+    for (const ScannedEntry& entry : entries)
+        total += entry.name.size();
+    m_names.reserve(total);
+    m_ends.reserve(entries.size());
+    m_folders.reserve(entries.size());
+    for (const ScannedEntry& entry : entries) {
+        m_names += entry.name;
+        m_ends.push_back(std::uint32_t(m_names.size()));
+        m_folders.push_back(entry.isFolder);
+    }
+}
+
+std::string_view PackedEntries::name(std::size_t i) const
+{
+    const std::uint32_t start = i == 0 ? 0 : m_ends[i - 1];
+    return std::string_view(m_names).substr(start, m_ends[i] - start);
+}
+
+const PackedEntries* FolderScanCache::Scan(const std::string& folder, int& error)
 {
     Stamp stamp;
     const bool stamped = stampOf(folder, stamp);
@@ -130,10 +151,10 @@ const std::vector<ScannedEntry>* FolderScanCache::Scan(const std::string& folder
         m_age.elapsed() < 1000)
         return &m_entries;
     Forget();
-    if (!ScanFolder(folder, m_entries, error)) {
-        m_entries.clear();
+    std::vector<ScannedEntry> scanned;
+    if (!ScanFolder(folder, scanned, error))
         return nullptr;
-    }
+    m_entries = PackedEntries(scanned);
     if (stamped) {
         m_folder = folder;
         m_stamp = stamp;
@@ -146,6 +167,7 @@ void FolderScanCache::Forget()
 {
     m_folder.clear();
     m_age.invalidate();
+    m_entries = {};
 }
 
 bool FolderScanCache::stampOf(const std::string& folder, Stamp& stamp)

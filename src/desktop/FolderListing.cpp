@@ -47,14 +47,28 @@ bool nameLess(const std::string& a, const std::string& b)
     return a.size() != b.size() ? a.size() < b.size() : a < b;
 }
 
-// Classic wildcard match with one backtrack point: linear in practice.
-bool wildcardMatchFolded(QStringView pattern, QStringView name)
+// A character of a text folded for matching: Unicode texts come folded
+// already, ASCII bytes are folded here.
+char16_t foldedUnit(QChar c)
 {
-    qsizetype p = 0, n = 0, star = -1, resume = 0;
-    while (n < name.size()) {
-        if (p < pattern.size() && (pattern[p] == u'?' || pattern[p] == name[n])) {
+    return c.unicode();
+}
+char16_t foldedUnit(char c)
+{
+    return char16_t(asciiLower(static_cast<unsigned char>(c)));
+}
+
+// Classic wildcard match with one backtrack point: linear in practice.
+template <class Text> bool wildcardMatchFolded(Text pattern, Text name)
+{
+    const std::ptrdiff_t patternSize = std::ptrdiff_t(pattern.size());
+    const std::ptrdiff_t nameSize = std::ptrdiff_t(name.size());
+    std::ptrdiff_t p = 0, n = 0, star = -1, resume = 0;
+    while (n < nameSize) {
+        const char16_t unit = p < patternSize ? foldedUnit(pattern[p]) : 0;
+        if (p < patternSize && (unit == u'?' || unit == foldedUnit(name[n]))) {
             ++p, ++n;
-        } else if (p < pattern.size() && pattern[p] == u'*') {
+        } else if (p < patternSize && unit == u'*') {
             star = p++;
             resume = n;
         } else if (star >= 0) {
@@ -64,9 +78,15 @@ bool wildcardMatchFolded(QStringView pattern, QStringView name)
             return false;
         }
     }
-    while (p < pattern.size() && pattern[p] == u'*')
+    while (p < patternSize && foldedUnit(pattern[p]) == u'*')
         ++p;
-    return p == pattern.size();
+    return p == patternSize;
+}
+
+bool isAscii(std::string_view text)
+{
+    return std::all_of(text.begin(), text.end(),
+                       [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
 
 } // namespace
@@ -112,14 +132,18 @@ bool NamePattern::Matches(std::string_view name) const
         return true;
     const QString folded = QString::fromUtf8(name).toCaseFolded();
     return std::any_of(m_patterns.begin(), m_patterns.end(), [&](const QString& pattern) {
-        return wildcardMatchFolded(pattern, folded);
+        return wildcardMatchFolded(QStringView(pattern), QStringView(folded));
     });
 }
 
 bool MatchesWildcard(std::string_view text, std::string_view pattern)
 {
-    return wildcardMatchFolded(QString::fromUtf8(pattern).toCaseFolded(),
-                               QString::fromUtf8(text).toCaseFolded());
+    // A search tries every name of a folder: ASCII ones, most of them, are
+    // matched as they are rather than made into two folded Unicode texts.
+    if (isAscii(text) && isAscii(pattern))
+        return wildcardMatchFolded(pattern, text);
+    return wildcardMatchFolded(QStringView(QString::fromUtf8(pattern).toCaseFolded()),
+                               QStringView(QString::fromUtf8(text).toCaseFolded()));
 }
 
 PackedEntries::PackedEntries(const std::vector<ScannedEntry>& entries)

@@ -59,11 +59,12 @@ void AddColumnsOnce(ListView& files)
     columns.Add(QStringLiteral("Sortierung"), 0);
 }
 
-// The row key of an entry: the folder in capitals (converted once per
-// listing) and the name in capitals. Qt's toUpper walks the Unicode tables for
-// each character; names are mostly ASCII, which is converted directly. Case
-// mapping goes character by character, so the parts convert on their own.
-QString UpperKey(const QString& upperBase, QStringView name, QStringView suffix = {})
+// A text in capitals, behind a prefix that is in capitals already (a row's
+// folder, converted once per listing). Qt's toUpper walks the Unicode tables
+// for each character; names are mostly ASCII, which is converted directly.
+// Case mapping goes character by character, so the parts convert on their
+// own.
+QString InCapitals(QStringView name, const QString& upperBase = {}, QStringView suffix = {})
 {
     QString key(upperBase.size() + name.size() + suffix.size(), Qt::Uninitialized);
     QChar* out = std::copy(upperBase.cbegin(), upperBase.cend(), key.data());
@@ -106,7 +107,7 @@ class FileTypes {
         // for the lookup then.
         if (m_hasLast && spelt == m_lastSpelt)
             return m_lastType;
-        const QString ext = spelt.toString().toUpper();
+        const QString ext = InCapitals(spelt);
         if (IsExecutable(ext))
             return {Existing(OwnPicture(path.toString())), m_application};
         auto known = m_byExtension.constFind(ext);
@@ -383,7 +384,7 @@ void Listing::FolderRows(const std::string& base, const std::vector<FileEntry>& 
         const QString name = Q(entry.Name);
         const QString path = qbase + name + QLatin1Char('\\');
         Resume([&] {
-            ListItem& row = rows.Add(UpperKey(upperBase, name, u"\\"), name, closed, closed);
+            ListItem& row = rows.Add(InCapitals(name, upperBase, u"\\"), name, closed, closed);
             row.SetSubItem(4, QStringLiteral("A:") + path);
             row.SetSubItem(1, dash);
             row.SetSubItem(2, folderType);
@@ -409,7 +410,7 @@ void Listing::FileRows(const std::string& base, const std::vector<FileEntry>& ma
         const QStringView path = QStringView(sortKey).mid(2);
         Resume([&] {
             const FileTypes::Type type = types.Of(path, name);
-            ListItem& row = rows.Add(UpperKey(upperBase, name), name, type.key, type.key);
+            ListItem& row = rows.Add(InCapitals(name, upperBase), name, type.key, type.key);
             row.SetSubItem(4, sortKey);
             row.SetSubItem(2, type.text);
         });

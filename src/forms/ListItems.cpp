@@ -63,6 +63,37 @@ void ListItem::SetSmallIcon(const QString& key)
     m_list->itemChanged(*this);
 }
 
+struct ListItem::Extras {
+    QString tag;
+    std::vector<QByteArray> moreSubItems; // the columns behind the inline ones
+};
+
+// Out of line: both need the complete Extras.
+ListItem::ListItem(fw::ListView& list, QString key, QString text)
+    : m_list(&list), m_key(std::move(key)), m_text(std::move(text))
+{
+}
+ListItem::~ListItem() = default;
+
+ListItem::Extras& ListItem::extras()
+{
+    if (!m_extras)
+        m_extras = std::make_unique<Extras>();
+    return *m_extras;
+}
+
+const QString& ListItem::Tag() const
+{
+    static const QString none;
+    return m_extras ? m_extras->tag : none;
+}
+
+void ListItem::SetTag(const QString& tag)
+{
+    if (m_extras || !tag.isEmpty())
+        extras().tag = tag;
+}
+
 QString ListItem::SubItem(int column) const
 {
     if (column < 1)
@@ -70,8 +101,8 @@ QString ListItem::SubItem(int column) const
     if (column <= kInlineSubItems)
         return QString::fromUtf8(m_subItems[std::size_t(column - 1)]);
     const std::size_t more = std::size_t(column - kInlineSubItems - 1);
-    return m_moreSubItems && more < m_moreSubItems->size()
-               ? QString::fromUtf8((*m_moreSubItems)[more])
+    return m_extras && more < m_extras->moreSubItems.size()
+               ? QString::fromUtf8(m_extras->moreSubItems[more])
                : QString();
 }
 
@@ -80,11 +111,10 @@ QByteArray& ListItem::subItemSlot(int column)
     if (column <= kInlineSubItems)
         return m_subItems[std::size_t(column - 1)];
     const std::size_t more = std::size_t(column - kInlineSubItems - 1);
-    if (!m_moreSubItems)
-        m_moreSubItems = std::make_unique<std::vector<QByteArray>>();
-    if (m_moreSubItems->size() <= more)
-        m_moreSubItems->resize(more + 1);
-    return (*m_moreSubItems)[more];
+    std::vector<QByteArray>& moreSubItems = extras().moreSubItems;
+    if (moreSubItems.size() <= more)
+        moreSubItems.resize(more + 1);
+    return moreSubItems[more];
 }
 
 void ListItem::SetSubItem(int column, const QString& text)

@@ -27,6 +27,17 @@ bool isFolderEntry(int folderFd, const dirent& entry)
     return fstatat(folderFd, entry.d_name, &target, 0) == 0 && S_ISDIR(target.st_mode);
 }
 
+// A name of plain ASCII stands in a location as it is; only the others need
+// the full translation, which decodes each character.
+std::string locationName(std::string_view name)
+{
+    const bool plain = std::all_of(name.begin(), name.end(), [](char c) {
+        return static_cast<unsigned char>(c) < 0x80 &&
+               EscapedCharacters.find(c) == std::string_view::npos;
+    });
+    return plain ? std::string(name) : NameToLocation(name);
+}
+
 int asciiLower(unsigned char c)
 {
     return c >= 'A' && c <= 'Z' ? c + 32 : c;
@@ -144,7 +155,7 @@ bool ScanFolder(const std::string& folder, std::vector<ScannedEntry>& entries, i
     // stat of a dangling link sets too.
     for (errno = 0; const dirent* entry = readdir(stream); errno = 0) {
         if (entry->d_name[0] != '.')
-            entries.push_back({NameToLocation(entry->d_name), isFolderEntry(folderFd, *entry)});
+            entries.push_back({locationName(entry->d_name), isFolderEntry(folderFd, *entry)});
     }
     error = errno;
     closedir(stream);

@@ -19,6 +19,7 @@
 #include <QHash>
 #include <QStringBuilder>
 #include <algorithm>
+#include <array>
 
 namespace fw {
 
@@ -103,19 +104,20 @@ class FileTypes {
     {
         const qsizetype dot = name.lastIndexOf(QLatin1Char('.'));
         const QStringView spelt = dot <= 0 ? QStringView() : QStringView(name).mid(dot + 1);
-        // Neighbouring files mostly share their extension: no text is made
-        // for the lookup then.
-        if (m_hasLast && spelt == m_lastSpelt)
-            return m_lastType;
+        // The files of a folder mostly have a few extensions, often in turns
+        // (a picture and its sidecar): no text is made for the lookup of a
+        // spelling met lately.
+        for (const Recent& recent : m_recent)
+            if (recent.known && spelt == recent.spelt)
+                return recent.type;
         const QString ext = InCapitals(spelt);
         if (IsExecutable(ext))
             return {Existing(OwnPicture(path.toString())), m_application};
         auto known = m_byExtension.constFind(ext);
         if (known == m_byExtension.constEnd())
             known = m_byExtension.insert(ext, ByExtension(ext));
-        m_hasLast = true;
-        m_lastSpelt = spelt.toString();
-        m_lastType = *known;
+        m_recent[m_nextRecent] = {true, spelt.toString(), *known};
+        m_nextRecent = (m_nextRecent + 1) % m_recent.size();
         return *known;
     }
 
@@ -162,9 +164,13 @@ class FileTypes {
     QString m_unknown;
     QString m_application;
     QHash<QString, Type> m_byExtension;
-    bool m_hasLast = false;
-    QString m_lastSpelt;
-    Type m_lastType;
+    struct Recent {
+        bool known = false;
+        QString spelt;
+        Type type;
+    };
+    std::array<Recent, 4> m_recent;
+    std::size_t m_nextRecent = 0;
 };
 
 } // namespace

@@ -98,15 +98,16 @@ std::vector<FileEntry> DesktopFiles::ListFiles(const std::string& folder,
     std::vector<FileEntry> result;
     const auto path = SystemPath(folder);
     int error = 0;
-    const std::vector<ScannedEntry>* scanned = path ? m_scans.Scan(*path, error) : nullptr;
+    const PackedEntries* scanned = path ? m_scans.Scan(*path, error) : nullptr;
     if (!scanned)
         return result;
     const NamePattern filter(pattern);
     result.reserve(scanned->size());
-    for (const ScannedEntry& entry : *scanned) {
+    for (std::size_t i = 0; i < scanned->size(); ++i) {
         // Folders always show: the pattern picks files.
-        if (entry.isFolder || filter.Matches(entry.name))
-            result.push_back({entry.name, entry.isFolder, -1, -1});
+        const std::string_view name = scanned->name(i);
+        if (scanned->isFolder(i) || filter.Matches(name))
+            result.push_back({std::string(name), scanned->isFolder(i), -1, -1});
     }
     return result;
 }

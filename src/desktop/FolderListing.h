@@ -4,6 +4,7 @@
 
 #include <QElapsedTimer>
 #include <QString>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <sys/types.h>
@@ -41,12 +42,29 @@ class NamePattern {
     bool m_all = false;
 };
 
+/// Scanned entries packed for keeping: the names end to end in one text, a
+/// fraction of the size of a string each (a million names would otherwise
+/// stay behind the listing that was made from them).
+class PackedEntries {
+  public:
+    PackedEntries() = default;
+    explicit PackedEntries(const std::vector<ScannedEntry>& entries);
+    std::size_t size() const { return m_folders.size(); }
+    std::string_view name(std::size_t i) const;
+    bool isFolder(std::size_t i) const { return m_folders[i]; }
+
+  private:
+    std::string m_names;
+    std::vector<std::uint32_t> m_ends; // no folder holds 4 GB of names
+    std::vector<bool> m_folders;
+};
+
 /// Keeps the last scan for the reads that follow at once: the same folder,
 /// unchanged on disk and scanned less than a second ago.
 class FolderScanCache {
   public:
     /// The entries, or null with error set when the folder cannot be read.
-    const std::vector<ScannedEntry>* Scan(const std::string& folder, int& error);
+    const PackedEntries* Scan(const std::string& folder, int& error);
     /// After a change made through this host.
     void Forget();
 
@@ -62,7 +80,7 @@ class FolderScanCache {
 
     std::string m_folder;
     Stamp m_stamp;
-    std::vector<ScannedEntry> m_entries;
+    PackedEntries m_entries;
     QElapsedTimer m_age;
 };
 

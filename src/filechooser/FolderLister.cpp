@@ -18,6 +18,8 @@
 #include <QComboBox> // ImageCombo.h needs the complete type for its inline accessor
 #include <QHash>
 #include <QStringBuilder>
+#include <algorithm>
+#include <array>
 
 namespace fw {
 
@@ -58,6 +60,24 @@ void AddColumnsOnce(ListView& files)
     columns.Add(QStringLiteral("Sortierung"), 0);
 }
 
+// A text in capitals, behind a prefix that is in capitals already (a row's
+// folder, converted once per listing). Qt's toUpper walks the Unicode tables
+// for each character; names are mostly ASCII, which is converted directly.
+// Case mapping goes character by character, so the parts convert on their
+// own.
+QString InCapitals(QStringView name, const QString& upperBase = {}, QStringView suffix = {})
+{
+    QString key(upperBase.size() + name.size() + suffix.size(), Qt::Uninitialized);
+    QChar* out = std::copy(upperBase.cbegin(), upperBase.cend(), key.data());
+    for (const QChar c : name) {
+        if (c.unicode() >= 0x80)
+            return upperBase + name.toString().toUpper() + suffix.toString();
+        *out++ = c >= u'a' && c <= u'z' ? QChar(c.unicode() - ('a' - 'A')) : c;
+    }
+    std::copy(suffix.begin(), suffix.end(), out);
+    return key;
+}
+
 bool IsExecutable(const QString& ext)
 {
     return ext == QLatin1String("EXE") || ext == QLatin1String("COM");
@@ -84,19 +104,20 @@ class FileTypes {
     {
         const qsizetype dot = name.lastIndexOf(QLatin1Char('.'));
         const QStringView spelt = dot <= 0 ? QStringView() : QStringView(name).mid(dot + 1);
-        // Neighbouring files mostly share their extension: no text is made
-        // for the lookup then.
-        if (m_hasLast && spelt == m_lastSpelt)
-            return m_lastType;
-        const QString ext = spelt.toString().toUpper();
+        // The files of a folder mostly have a few extensions, often in turns
+        // (a picture and its sidecar): no text is made for the lookup of a
+        // spelling met lately.
+        for (const Recent& recent : m_recent)
+            if (recent.known && spelt == recent.spelt)
+                return recent.type;
+        const QString ext = InCapitals(spelt);
         if (IsExecutable(ext))
             return {Existing(OwnPicture(path.toString())), m_application};
         auto known = m_byExtension.constFind(ext);
         if (known == m_byExtension.constEnd())
             known = m_byExtension.insert(ext, ByExtension(ext));
-        m_hasLast = true;
-        m_lastSpelt = spelt.toString();
-        m_lastType = *known;
+        m_recent[m_nextRecent] = {true, spelt.toString(), *known};
+        m_nextRecent = (m_nextRecent + 1) % m_recent.size();
         return *known;
     }
 
@@ -143,9 +164,13 @@ class FileTypes {
     QString m_unknown;
     QString m_application;
     QHash<QString, Type> m_byExtension;
-    bool m_hasLast = false;
-    QString m_lastSpelt;
-    Type m_lastType;
+    struct Recent {
+        bool known = false;
+        QString spelt;
+        Type type;
+    };
+    std::array<Recent, 4> m_recent;
+    std::size_t m_nextRecent = 0;
 };
 
 } // namespace
@@ -354,6 +379,7 @@ bool Listing::RealFolder(const std::string& base)
 void Listing::FolderRows(const std::string& base, const std::vector<FileEntry>& entries)
 {
     const QString qbase = Q(base);
+    const QString upperBase = qbase.toUpper();
     const QString dash = QStringLiteral("-");
     const QString folderType = Q(hLangText("Ordner", "Folder"));
     const QString closed = QStringLiteral("CLOSED");
@@ -364,7 +390,7 @@ void Listing::FolderRows(const std::string& base, const std::vector<FileEntry>& 
         const QString name = Q(entry.Name);
         const QString path = qbase + name + QLatin1Char('\\');
         Resume([&] {
-            ListItem& row = rows.Add(path.toUpper(), name, closed, closed);
+            ListItem& row = rows.Add(InCapitals(name, upperBase, u"\\"), name, closed, closed);
             row.SetSubItem(4, QStringLiteral("A:") + path);
             row.SetSubItem(1, dash);
             row.SetSubItem(2, folderType);
@@ -377,20 +403,20 @@ void Listing::FolderRows(const std::string& base, const std::vector<FileEntry>& 
 void Listing::FileRows(const std::string& base, const std::vector<FileEntry>& matched)
 {
     const QString qbase = Q(base);
+    const QString upperBase = qbase.toUpper();
     FileTypes types;
     ListItems& rows = m_c.files.ListItems();
     for (const FileEntry& entry : matched) {
         if (entry.IsFolder)
             continue;
         const QString name = Q(entry.Name);
-        // The sort key holds the path; the row's key is made from it, so
-        // that a row costs as few texts as it shows.
+        // The sort key holds the path, so that a row costs as few texts as
+        // it shows.
         const QString sortKey = QStringLiteral("B:") % qbase % name;
         const QStringView path = QStringView(sortKey).mid(2);
         Resume([&] {
             const FileTypes::Type type = types.Of(path, name);
-            ListItem& row = rows.Add(path.toString().toUpper(), name, type.key, type.key);
-            // The last column first, so that the row's columns are sized once.
+            ListItem& row = rows.Add(InCapitals(name, upperBase), name, type.key, type.key);
             row.SetSubItem(4, sortKey);
             row.SetSubItem(2, type.text);
         });

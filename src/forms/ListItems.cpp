@@ -4,12 +4,37 @@
 
 #include <QHeaderView>
 #include <QItemSelectionModel>
+#include <algorithm>
 #include <utility>
 
 namespace fw {
 
 using listview::notFound;
 using listview::outOfBounds;
+
+namespace {
+
+// UTF-8 in a block of its own size: toUtf8 reserves three bytes a character,
+// and shrinking that afterwards leaves a hole behind each row's text.
+QByteArray exactUtf8(const QString& text)
+{
+    // Two plain passes rather than one with an early exit: the compiler
+    // turns both into vector code.
+    char16_t all = 0;
+    for (const QChar c : text)
+        all |= c.unicode();
+    if (all >= 0x80) {
+        QByteArray utf8 = text.toUtf8();
+        utf8.squeeze();
+        return utf8;
+    }
+    QByteArray ascii(text.size(), Qt::Uninitialized);
+    std::transform(text.cbegin(), text.cend(), ascii.data(),
+                   [](QChar c) { return char(c.unicode()); });
+    return ascii;
+}
+
+} // namespace
 
 // ---- ListItem ---------------------------------------------------------------
 
@@ -38,20 +63,71 @@ void ListItem::SetSmallIcon(const QString& key)
     m_list->itemChanged(*this);
 }
 
+struct ListItem::Extras {
+    QString tag;
+    std::vector<QByteArray> moreSubItems; // the columns behind the inline ones
+};
+
+// Out of line: both need the complete Extras.
+ListItem::ListItem(fw::ListView& list, QString key, QString text)
+    : m_list(&list), m_key(std::move(key)), m_text(std::move(text))
+{
+}
+ListItem::~ListItem() = default;
+
+ListItem::Extras& ListItem::extras()
+{
+    if (!m_extras)
+        m_extras = std::make_unique<Extras>();
+    return *m_extras;
+}
+
+const QString& ListItem::Tag() const
+{
+    static const QString none;
+    return m_extras ? m_extras->tag : none;
+}
+
+void ListItem::SetTag(const QString& tag)
+{
+    if (m_extras || !tag.isEmpty())
+        extras().tag = tag;
+}
+
 QString ListItem::SubItem(int column) const
 {
     if (column < 1)
         throw ControlError(ControlError::InvalidPropertyValue, "Invalid property value");
-    return column <= m_subItems.size() ? m_subItems[column - 1] : QString();
+    if (column <= kInlineSubItems)
+        return QString::fromUtf8(m_subItems[std::size_t(column - 1)]);
+    const std::size_t more = std::size_t(column - kInlineSubItems - 1);
+    return m_extras && more < m_extras->moreSubItems.size()
+               ? QString::fromUtf8(m_extras->moreSubItems[more])
+               : QString();
+}
+
+QByteArray& ListItem::subItemSlot(int column)
+{
+    if (column <= kInlineSubItems)
+        return m_subItems[std::size_t(column - 1)];
+    const std::size_t more = std::size_t(column - kInlineSubItems - 1);
+    std::vector<QByteArray>& moreSubItems = extras().moreSubItems;
+    if (moreSubItems.size() <= more)
+        moreSubItems.resize(more + 1);
+    return moreSubItems[more];
 }
 
 void ListItem::SetSubItem(int column, const QString& text)
 {
     if (column < 1)
         throw ControlError(ControlError::InvalidPropertyValue, "Invalid property value");
-    if (m_subItems.size() < column)
-        m_subItems.resize(column);
-    m_subItems[column - 1] = text;
+    QByteArray bytes = exactUtf8(text);
+    if (column <= kInlineSubItems && m_row > 0) {
+        const ListItem* above = m_list->m_items.m_rows[std::size_t(m_row - 1)].get();
+        if (above && above->m_subItems[std::size_t(column - 1)] == bytes)
+            bytes = above->m_subItems[std::size_t(column - 1)];
+    }
+    subItemSlot(column) = std::move(bytes);
     m_list->itemChanged(*this);
 }
 

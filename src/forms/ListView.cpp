@@ -439,9 +439,13 @@ void ListView::sortRows()
 {
     flush();
     auto& rows = m_items.m_rows;
-    const int column = m_sortKey;
-    const auto textOf = [column](const ListItem& item) {
-        return column == 0 ? item.m_text : item.SubItem(column);
+    // The texts are made once, not in each of the n log n comparisons.
+    std::vector<QString> texts;
+    texts.reserve(rows.size());
+    for (const auto& row : rows)
+        texts.push_back(m_sortKey == 0 ? row->m_text : row->SubItem(m_sortKey));
+    const auto textOf = [&texts](const ListItem& item) -> const QString& {
+        return texts[std::size_t(item.m_row)];
     };
     if (m_model)
         m_model->layoutWillChange();

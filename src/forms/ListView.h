@@ -15,11 +15,13 @@
 #include "forms/ImageKeys.h"
 #include "forms/TextRows.h"
 
+#include <QByteArray>
 #include <QMultiHash>
 #include <QPointer>
 #include <QRect>
 #include <QString>
 #include <QStringList>
+#include <array>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -49,6 +51,7 @@ enum ListViewMode {
 class ListItem {
   public:
     ListItem(const ListItem&) = delete;
+    ~ListItem();
     ListItem& operator=(const ListItem&) = delete;
 
     fw::ListView& ListView() const { return *m_list; }
@@ -67,8 +70,8 @@ class ListItem {
     /// empty where none was set.
     QString SubItem(int column) const;
     void SetSubItem(int column, const QString& text);
-    const QString& Tag() const { return m_tag; }
-    void SetTag(const QString& tag) { m_tag = tag; }
+    const QString& Tag() const;
+    void SetTag(const QString& tag);
     /// Shown dimmed, as a hidden share is.
     bool Ghosted() const { return m_ghosted; }
     void SetGhosted(bool ghosted);
@@ -85,16 +88,23 @@ class ListItem {
     friend class ListView;
     friend class ListItems;
     friend class ListModel;
-    ListItem(fw::ListView& list, QString key, QString text)
-        : m_list(&list), m_key(std::move(key)), m_text(std::move(text))
-    {
-    }
+    ListItem(fw::ListView& list, QString key, QString text);
 
     fw::ListView* m_list;
     QString m_key;
     QString m_text;
-    QString m_tag;
-    QStringList m_subItems;
+    QByteArray& subItemSlot(int column);
+    struct Extras;
+    Extras& extras();
+
+    // Lists mostly show a few columns: their texts live in the row itself,
+    // sparing a list of a million rows a million small allocations. They are
+    // kept as UTF-8, half the size of a path in UTF-16, and equal texts of
+    // neighbouring rows (a type, a dash) share one copy.
+    static constexpr int kInlineSubItems = 4;
+    std::array<QByteArray, kInlineSubItems> m_subItems;
+    // What few rows have, beside the row: made when first set.
+    std::unique_ptr<Extras> m_extras;
     int m_row = 0;
     // Numbers in the list's picture key table, 0 for none.
     std::uint16_t m_icon = 0;

@@ -299,7 +299,9 @@ TEST(DesktopFiles, PatternsAndLinksListAsTheUserExpects)
     QTemporaryDir dir;
     DesktopFiles files;
     QDir(dir.path()).mkdir("Sub");
-    for (const char* name : {"a.txt", "B.TXT", "c.log", "README", ".hidden", "x.tar.gz"})
+    for (const char* name :
+         {"a.txt", "B.TXT", "c.log", "README", ".hidden", "x.tar.gz", "repo", "Report-2024-b.dat",
+          "reportage.dat", "report-2024-A.dat", "case.dat", "CASE.dat"})
         QFile(dir.filePath(name)).open(QIODevice::WriteOnly);
     QFile::link(dir.filePath("Sub"), dir.filePath("toSub"));
     QFile::link(dir.filePath("missing"), dir.filePath("dangling"));
@@ -315,7 +317,8 @@ TEST(DesktopFiles, PatternsAndLinksListAsTheUserExpects)
         {"?.txt", {"Sub/", "toSub/", "a.txt", "B.TXT"}},
         {"*.gz", {"Sub/", "toSub/", "x.tar.gz"}},
         {"*.*",
-         {"Sub/", "toSub/", "a.txt", "B.TXT", "c.log", "dangling", "loop", "README", "x.tar.gz"}},
+         {"Sub/", "toSub/", "a.txt", "B.TXT", "c.log", "CASE.dat", "case.dat", "dangling", "loop",
+          "README", "repo", "report-2024-A.dat", "Report-2024-b.dat", "reportage.dat", "x.tar.gz"}},
     };
     for (const Row& row : rows)
         EXPECT_EQ(listed(files, folder, row.pattern), row.names) << row.pattern;

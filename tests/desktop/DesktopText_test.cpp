@@ -56,6 +56,35 @@ TEST(DesktopText, WordsSplitAtTheSeparator)
     EXPECT_EQ(words.TextBefore("xANDy", "and", true), "x");
 }
 
+// The search box's match: wildcards, case ignored, in ASCII and beyond.
+TEST(DesktopText, LikeMatchesWildcardsWithoutCase)
+{
+    DesktopText text;
+    auto& words = text.Words();
+    struct Row {
+        const char* text;
+        const char* pattern;
+        bool matches;
+    };
+    const Row rows[] = {
+        {"Bericht.TXT", "*.txt", true},
+        {"bericht.txt", "B?RICHT*", true},
+        {"abc", "a*c*", true},
+        {"abc", "a*d", false},
+        {"abc", "", false},
+        {"", "*", true},
+        {"x;y", "x;*", true},
+        {"Ärger.log", "ä*", true},
+        {"ärger", "*GER", true},
+        {"ÉTÉ", "été", true},
+        {"été", "ETE", false},
+        {"n0000001.log", "*t*", false},
+    };
+    for (const Row& row : rows)
+        EXPECT_EQ(words.Like(row.text, row.pattern), row.matches)
+            << row.text << " / " << row.pattern;
+}
+
 // How the chooser splits a typed name into drive, folder and name and
 // combines a relative folder with the current location; the same tools serve
 // Linux and resource paths.

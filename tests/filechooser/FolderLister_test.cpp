@@ -71,6 +71,25 @@ TEST(FolderLister, CountLineTellsFilesFoldersAndHiddenOnes)
     }
 }
 
+// Keys are the paths in capitals and sort keys the paths as spelt, whatever
+// the names are spelt in.
+TEST(FolderLister, RowKeysAreThePathsInCapitals)
+{
+    ChooserWorld world;
+    world.Make({"ascii/", "Émigré/", "Mixed Case.txt", "straße.txt", "zz.ÄÖü"});
+    ListerForm form;
+    const QString base = QString::fromStdString(world.FolderLocation());
+    form.Goto(world.FolderLocation());
+    const fw::ListItems& rows = form.lst_Files.ListItems();
+    ASSERT_EQ(rows.Count(), 5);
+    for (int i = 1; i <= rows.Count(); ++i) {
+        const fw::ListItem& row = rows.Item(i);
+        const QString mark = i <= 2 ? QStringLiteral("\\") : QString();
+        EXPECT_EQ(row.Key(), (base + row.Text() + mark).toUpper()) << row.Text().toStdString();
+        EXPECT_EQ(row.SubItem(4), (i <= 2 ? "A:" : "B:") + base + row.Text() + mark);
+    }
+}
+
 TEST(FolderLister, FoldersStandAboveFilesWithTheirColumns)
 {
     ChooserWorld world;

@@ -340,6 +340,17 @@ TEST_F(ListViewTest, HeadersReportClicksAndTakeTranslatedTextsAndSorting)
     form.lst->SetSorted(true);
     EXPECT_EQ(shownInOrder(), QStringList({"Emil", "Dora", "Carla", "Berta", "Bernd", "Anna"}));
     EXPECT_EQ(selected(), "Carla");
+
+    // Far columns keep their texts as the near ones do, and sort as well.
+    row("Anna").SetSubItem(6, "b");
+    row("Emil").SetSubItem(6, "a");
+    row("Emil").SetSubItem(4, "vier");
+    EXPECT_EQ(row("Anna").SubItem(5), "");
+    EXPECT_EQ(row("Anna").SubItem(7), "");
+    EXPECT_EQ(row("Emil").SubItem(4) + row("Emil").SubItem(6), "viera");
+    form.lst->SetSortOrder(0);
+    form.lst->SetSortKey(6);
+    EXPECT_EQ(shownInOrder(), QStringList({"Bernd", "Berta", "Carla", "Dora", "Emil", "Anna"}));
 }
 
 TEST_F(ListViewTest, AFileListHearsTheMouseKeysAndFocusItActsOn)

@@ -48,42 +48,11 @@ DesktopFavoriteList::DesktopFavoriteList(std::shared_ptr<SettingsStore> store)
 {
 }
 
-int DesktopFavoriteList::Count() const
-{
-    return static_cast<int>(m_items.size());
-}
-
-FavoriteItem& DesktopFavoriteList::Item(int index)
-{
-    if (index < 1 || index > Count()) {
-        m_scratch = {};
-        return m_scratch;
-    }
-    return m_items[static_cast<std::size_t>(index - 1)];
-}
-
 bool DesktopFavoriteList::Contains(const std::string& path) const
 {
     const QString wanted = comparable(path);
     return std::any_of(m_items.begin(), m_items.end(),
                        [&](const FavoriteItem& item) { return comparable(item.Path) == wanted; });
-}
-
-void DesktopFavoriteList::RemoveAt(int index)
-{
-    if (index >= 1 && index <= Count())
-        m_items.erase(m_items.begin() + (index - 1));
-}
-
-void DesktopFavoriteList::Add(const FavoriteItem& item)
-{
-    m_items.push_back(item);
-}
-
-FavoriteItem& DesktopFavoriteList::AddNew(const std::string& name, const std::string& path)
-{
-    m_items.push_back(FavoriteItem{name, {}, {}, path});
-    return m_items.back();
 }
 
 bool DesktopFavoriteList::Load(std::uint32_t hive, const std::string& key)

@@ -2,7 +2,7 @@
 // Favourite folders of the desktop host, kept in the settings store.
 
 #include "desktop/SettingsStore.h"
-#include "host/HostObjects.h"
+#include "host/MemoryFavoriteList.h"
 
 #include <memory>
 #include <vector>
@@ -22,26 +22,18 @@ namespace fw::desktop {
 /// Contains and RemoveKey compare paths without case and without a trailing
 /// backslash, as the dialogs name folders by location strings compared in
 /// capitals ("C:\HOME\ANNA\" is the folder "C:\home\anna"); RemoveKey removes
-/// every entry of that path. Item of an index out of range gives an empty
-/// scratch entry instead of failing: it belongs to no list.
-class DesktopFavoriteList final : public FavoriteList {
+/// every entry of that path.
+class DesktopFavoriteList final : public MemoryFavoriteList {
   public:
     explicit DesktopFavoriteList(std::shared_ptr<SettingsStore> store);
 
-    int Count() const override;
-    FavoriteItem& Item(int index) override;
     bool Contains(const std::string& path) const override;
-    void RemoveAt(int index) override;
-    void Add(const FavoriteItem& item) override;
-    FavoriteItem& AddNew(const std::string& name, const std::string& path) override;
     bool Load(std::uint32_t hive, const std::string& key) override;
     bool Save(std::uint32_t hive, const std::string& key) override;
     bool RemoveKey(const std::string& path) override;
 
   private:
     std::shared_ptr<SettingsStore> m_store;
-    std::vector<FavoriteItem> m_items;
-    FavoriteItem m_scratch;
 };
 
 } // namespace fw::desktop

@@ -11,7 +11,11 @@ int MemoryFavoriteList::Count() const
 
 FavoriteItem& MemoryFavoriteList::Item(int index)
 {
-    return m_items.at(static_cast<std::size_t>(index - 1));
+    if (index < 1 || index > Count()) {
+        m_scratch = {};
+        return m_scratch;
+    }
+    return m_items[static_cast<std::size_t>(index - 1)];
 }
 
 bool MemoryFavoriteList::Contains(const std::string& path) const

@@ -2,7 +2,8 @@
 // A favourites list held in memory only. Load and Save keep nothing and
 // answer false; a host that stores its lists builds on it, and a chooser
 // whose host makes no lists uses it as it is, so that its favourites last
-// as long as the dialog. Paths compare exactly.
+// as long as the dialog. Paths compare exactly. Item of an index out of range
+// gives an empty scratch entry that belongs to no list.
 
 #include "host/HostObjects.h"
 
@@ -24,6 +25,9 @@ class MemoryFavoriteList : public FavoriteList {
 
   protected:
     std::vector<FavoriteItem> m_items;
+
+  private:
+    FavoriteItem m_scratch;
 };
 
 } // namespace fw

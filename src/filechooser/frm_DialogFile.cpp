@@ -51,16 +51,11 @@ int px(int pixels)
     return ToTwips(pixels);
 }
 
-std::string upperTrimmed(std::string text)
-{
-    return us(qs(text).trimmed().toUpper());
-}
-
 // How the host's option records write false.
 bool isFalse(const std::string& value)
 {
-    const std::string v = upperTrimmed(value);
-    return v == "FALSE" || v == "0" || v.empty();
+    const QString v = qs(value).trimmed();
+    return v.compare(u"false", Qt::CaseInsensitive) == 0 || v == u"0" || v.isEmpty();
 }
 
 bool hHasWildcards(const std::string& text)
@@ -618,6 +613,11 @@ void frm_DialogFile::lst_Files_MouseMove(float x, float y)
         return;
     m_mousePointer = wanted;
     lst_Files->SetMousePointer(wanted);
+}
+
+std::string frm_DialogFile::upperTrimmed(const std::string& text)
+{
+    return us(qs(text).trimmed().toUpper());
 }
 
 } // namespace fw

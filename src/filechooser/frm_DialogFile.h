@@ -94,6 +94,8 @@ class frm_DialogFile : public Form, public HasContext, public ChooserSite {
     void Form_QueryUnload(bool& cancel, int unloadMode) override;
 
   private:
+    /// Location texts compared as the dialogs compare places: trimmed, in capitals.
+    static std::string upperTrimmed(const std::string& text);
     // Set-up (frm_DialogFile.cpp).
     void buildControls();
     void buildFolderFrame();

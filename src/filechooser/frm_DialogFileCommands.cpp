@@ -27,11 +27,6 @@ bool isBlankOrDash(const QString& text)
     const QString t = text.trimmed();
     return t.isEmpty() || t == u"-";
 }
-
-std::string upperTrimmed(const std::string& text)
-{
-    return us(qs(text).trimmed().toUpper());
-}
 } // namespace
 
 void frm_DialogFile::runScript(const QString& script)
@@ -247,7 +242,10 @@ void frm_DialogFile::acceptName(const std::string& name)
     StringList& items = ctx.Items.ItemList;
     if (items.Count() == 0)
         items.Add(full);
-    else if (upperTrimmed(items.Item(1)) != upperTrimmed(full))
+    // The proposal keeps its own spelling where it names the same file. File
+    // names here tell case apart: "BERICHT.txt" is another file than the
+    // proposed "Bericht.txt", so only blanks around it are forgiven.
+    else if (qs(items.Item(1)).trimmed() != qs(full).trimmed())
         items.SetItem(1, full);
     tmr_IconLoad->SetEnabled(false);
     tmr_Unload->SetEnabled(true);

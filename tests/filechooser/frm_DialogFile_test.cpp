@@ -201,6 +201,20 @@ TEST_F(FileChooser, ReturnInTheNameBoxFollowsTheOkRules)
     }
 }
 
+TEST_F(FileChooser, ANameThatDiffersFromTheProposalInCaseIsAnotherFile)
+{
+    MakeFiles({"Bericht.txt", "BERICHT.txt"});
+    for (const char* typed : {"BERICHT.txt", "Bericht.txt"}) {
+        auto ctx = Request(1);
+        ctx->Items.ItemList.Add(Location("Bericht.txt"));
+        Run(ctx, [&](frm_DialogFile& f) {
+            TypeInto(f, *f.txt_Filename, typed, true);
+            EXPECT_TRUE(WaitClosed(f));
+        });
+        EXPECT_EQ(Chosen(*ctx), Location(typed));
+    }
+}
+
 TEST_F(FileChooser, TypedPosixPathsAndDrivesAreUnderstood)
 {
     MakeFiles({"deep/hosts"});

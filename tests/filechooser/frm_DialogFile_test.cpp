@@ -104,7 +104,7 @@ struct OkCase {
     const char* name;
     int mode;
     Texts files;
-    QString typed;
+    QString typed; ///< a leading "/" stands for the folder's own path
     const char* defaultExtension;
     bool overwritePrompt;
     int answer; ///< to the overwrite question; 0 asks nothing
@@ -113,7 +113,7 @@ struct OkCase {
     QString chosen; ///< relative to the folder; empty: entry 1 untouched
     bool closed;
     QString box;
-    QString current; ///< where the chooser stands, relative; "=" for the start
+    QString current; ///< where the chooser stands, relative; "=" for the start; or a drive
     Texts rows;
 };
 
@@ -149,6 +149,10 @@ TEST_F(FileChooser, ReturnInTheNameBoxFollowsTheOkRules)
          2, {}, "brief.log", "txt", false, 0, /**/ 1, "brief.log", true, "", "=", {}},
         {"a missing file is not overwritten, so nothing is asked",
          2, {}, "neu.txt", "", true, 0, /**/ 1, "neu.txt", true, "", "=", {}},
+        {"a typed posix path is understood",
+         1, {"deep/hosts"}, "/deep/hosts", "", false, 0, /**/ 1, "deep/hosts", true, "", "=", {}},
+        {"a drive moves there",
+         1, {}, "C:", "", false, 0, /**/ 2, "", false, "C:", "C:\\", {}},
     };
     // clang-format on
     for (const OkCase& c : cases) {
@@ -162,12 +166,16 @@ TEST_F(FileChooser, ReturnInTheNameBoxFollowsTheOkRules)
             host().queueQuestionAnswer(c.answer);
         host().clearCalls();
         Run(ctx, [&](frm_DialogFile& f) {
-            TypeInto(f, *f.txt_Filename, c.typed, true);
+            const bool posix = c.typed.startsWith(u'/');
+            TypeInto(f, *f.txt_Filename, posix ? qs(world->Posix(us(c.typed.mid(1)))) : c.typed,
+                     true);
             EXPECT_EQ(WaitClosed(f, c.closed ? 2000 : 250), c.closed);
             if (f.IsUnloaded())
                 return;
             EXPECT_EQ(f.txt_Filename->Text(), c.box);
-            EXPECT_EQ(f.Places().CurrentPath, Location(c.current == u"=" ? "" : c.current));
+            EXPECT_EQ(f.Places().CurrentPath, c.current.contains(u':')
+                                                  ? us(c.current)
+                                                  : Location(c.current == u"=" ? "" : c.current));
             if (!c.rows.empty()) {
                 EXPECT_EQ(RowTexts(f), c.rows);
             }
@@ -176,26 +184,6 @@ TEST_F(FileChooser, ReturnInTheNameBoxFollowsTheOkRules)
         EXPECT_EQ(Chosen(*ctx), c.chosen.isEmpty() ? std::string() : Location(c.chosen));
         EXPECT_EQ(host().callsTo("AskQuestion").size(), c.answer ? 1u : 0u);
     }
-}
-
-TEST_F(FileChooser, TypedPosixPathsAndDrivesAreUnderstood)
-{
-    world->Make({"deep/hosts"});
-    auto ctx = Request(1);
-    Run(ctx, [&](frm_DialogFile& f) {
-        TypeInto(f, *f.txt_Filename, qs(world->Posix("deep/hosts")), true);
-        WaitClosed(f);
-    });
-    EXPECT_EQ(ctx->Request.Result, 1);
-    EXPECT_EQ(Chosen(*ctx), Location("deep/hosts"));
-
-    ctx = Request(1);
-    Run(ctx, [&](frm_DialogFile& f) {
-        TypeInto(f, *f.txt_Filename, QStringLiteral("C:"), true);
-        EXPECT_EQ(f.Places().CurrentPath, "C:\\");
-        EXPECT_FALSE(WaitClosed(f, 250));
-    });
-    EXPECT_EQ(ctx->Request.Result, 2);
 }
 
 struct SetupCase {

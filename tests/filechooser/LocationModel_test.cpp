@@ -1,17 +1,14 @@
 // Where a chooser stands: history steps, aliases resolved on entry and the
 // way one level up from every kind of place.
+#include "ChooserTestSupport.h"
 #include "controls/ctl_Steps.h"
-#include "desktop/DesktopText.h"
-#include "filechooser/ChooserFavorites.h"
 #include "filechooser/ChooserSidebar.h"
-#include "filechooser/LocationModel.h"
-#include "forms/Form.h"
-#include "testing/TestHost.h"
 
 #include <gtest/gtest.h>
 
 using fw::LocationModel;
 using fw::StringList;
+using fw::testing::ChooserWorld;
 
 namespace {
 
@@ -24,11 +21,6 @@ LocationModel ModelWithFolders()
     places.DefaultPath = "C:\\tmp\\start\\";
     return places;
 }
-
-struct HostWithPaths {
-    HostWithPaths() { host->CoreDevText = std::make_shared<fw::desktop::DesktopText>(); }
-    fw::testing::ScopedTestHost host;
-};
 
 TEST(LocationModel, HistoryStepsWalkBackAndForth)
 {
@@ -59,7 +51,7 @@ TEST(LocationModel, HistoryStepsWalkBackAndForth)
           {"PREVIOUS:\\", true, "C:\\home\\anna\\Dokumente\\", {"USER:\\"}, {"FAVORITES:\\C:\\fav\\"}}}},
     };
     // clang-format on
-    HostWithPaths world;
+    const ChooserWorld paths(false); // the desktop path rules, scripted files
     for (const Case& c : cases) {
         LocationModel places = ModelWithFolders();
         for (const Step& step : c.steps) {
@@ -93,7 +85,7 @@ TEST(LocationModel, AliasesResolveOnEntryAndPseudoPlacesStay)
         // Words compare with case: a lower-case alias is no alias.
         {"user:\\", "user:\\", nullptr, false},
     };
-    HostWithPaths world;
+    const ChooserWorld paths(false); // the desktop path rules, scripted files
     for (const Row& row : rows) {
         LocationModel places = ModelWithFolders();
         places.Enter(row.path);
@@ -127,7 +119,7 @@ TEST(LocationModel, UpPathFollowsTheTable)
         {"FAVORITES:\\", "FAVORITES:\\"},
         {"DESKTOP:\\", ""},
     };
-    HostWithPaths world;
+    const ChooserWorld paths(false); // the desktop path rules, scripted files
     for (const Row& row : rows) {
         LocationModel places = ModelWithFolders();
         places.Domain = "Firma";

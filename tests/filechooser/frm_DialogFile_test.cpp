@@ -279,7 +279,6 @@ TEST_F(FileChooser, FilterComboListsTheChosenPattern)
     ctx->Request.FilterList = {"Text", "*.txt", "Log", "*.log"};
     Run(ctx, [&](frm_DialogFile& f) {
         EXPECT_EQ(RowTexts(f), (Texts{"sub", "a.txt"}));
-        EXPECT_TRUE(f.lab_FileCount->Caption().contains(u"SHOWALL"));
         testing::Focus(*f.lst_Filter);
         testing::PressKey(f, Qt::Key_Down);
         EXPECT_EQ(f.Filter(), "*.log");

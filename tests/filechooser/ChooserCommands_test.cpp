@@ -83,14 +83,13 @@ class ChooserCommandsTest : public ::testing::Test {
     ChooserWorld world{false};
     ScopedTestHost& host = world.host;
     std::shared_ptr<RealFiles> files = std::make_shared<RealFiles>(host->CoreDevFiles->Network());
-    std::string root = files->real.LocationOf(disk("") + "/"); ///< with its "\"
+    std::string root = files->real.LocationOf(world.Posix("") + "/"); ///< with its "\"
     RecordingChooser chooser;
     ChooserCommands commands{chooser};
     ModalDriver driver;
 
     void SetUp() override { host->CoreDevFiles = files; }
 
-    std::string disk(const std::string& relative) const { return world.Posix(relative); }
     /// Starts a case: the lists as saved, the chooser at place, nothing recorded.
     void start(const std::string& place, const std::vector<FavoriteItem>& user = {},
                const std::vector<FavoriteItem>& app = {})
@@ -239,7 +238,7 @@ struct CreateCase {
 
 TEST_F(ChooserCommandsTest, NewFolderIsMadeWhereTheChooserStandsAndOpened)
 {
-    host->folders.desktop = files->real.LocationOf(disk("Desk"));
+    host->folders.desktop = files->real.LocationOf(world.Posix("Desk"));
     chooser.places.UserPath = root + "Home\\";
     world.Make({"Desk/", "Home/", "Taken/"});
     // clang-format off
@@ -270,8 +269,9 @@ TEST_F(ChooserCommandsTest, NewFolderIsMadeWhereTheChooserStandsAndOpened)
             EXPECT_EQ(chooser.steps, Texts{});
             continue;
         }
-        EXPECT_TRUE(fs::is_directory(disk(c.made)));
-        EXPECT_EQ(chooser.steps, Texts{"Goto " + files->real.LocationOf(disk(c.made)) + "\\"});
+        EXPECT_TRUE(fs::is_directory(world.Posix(c.made)));
+        EXPECT_EQ(chooser.steps,
+                  Texts{"Goto " + files->real.LocationOf(world.Posix(c.made)) + "\\"});
     }
 }
 
@@ -315,7 +315,7 @@ TEST_F(ChooserCommandsTest, DeleteAsksThenRemovesTheSelectedFileOrFolder)
     };
     // clang-format on
     world.Make({"a.txt", "b.txt", "sub/inner.txt", "real/kept.txt", "keep/x", "home/x"});
-    fs::create_directory_symlink(disk("real"), disk("link"));
+    fs::create_directory_symlink(world.Posix("real"), world.Posix("link"));
     chooser.places.UserPath = root + "home\\";
     for (const DeleteCase& c : cases) {
         SCOPED_TRACE(c.name);
@@ -331,7 +331,7 @@ TEST_F(ChooserCommandsTest, DeleteAsksThenRemovesTheSelectedFileOrFolder)
         EXPECT_EQ(chooser.steps, c.steps);
     }
     const auto exists = [&](const char* path) {
-        return fs::exists(fs::symlink_status(disk(path)));
+        return fs::exists(fs::symlink_status(world.Posix(path)));
     };
     EXPECT_FALSE(exists("a.txt") || exists("sub") || exists("link") || exists("home"));
     EXPECT_TRUE(exists("b.txt") && exists("keep"));

@@ -1,27 +1,19 @@
 // The chooser commands against real temporary folders: the tools menu, new
 // folder, delete, and adding and removing favourites, driven through a small
 // chooser that records where it was sent.
+#include "ChooserTestSupport.h"
 #include "controls/ctl_CmdBar.h"
-#include "desktop/DesktopFiles.h"
-#include "desktop/DesktopText.h"
 #include "filechooser/ChooserCommands.h"
-#include "filechooser/ChooserFavorites.h"
 #include "filechooser/ChooserSite.h"
-#include "filechooser/LocationModel.h"
 #include "folders/frm_DialogFolderFavorite.h"
-#include "forms/ListView.h"
-#include "forms/StdControls.h"
 #include "forms/testing/ModalDriver.h"
 #include "forms/testing/UserInput.h"
 #include "host/DialogContext.h"
 #include "host/mdl_CoreDevWrapper.h"
-#include "testing/TestHost.h"
 
-#include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
 #include <functional>
 
 using namespace fw;
@@ -88,32 +80,16 @@ class RecordingChooser final : public ChooserSite {
 
 class ChooserCommandsTest : public ::testing::Test {
   protected:
-    ScopedTestHost host;
+    ChooserWorld world{false};
+    ScopedTestHost& host = world.host;
     std::shared_ptr<RealFiles> files = std::make_shared<RealFiles>(host->CoreDevFiles->Network());
-    QTemporaryDir dir;
-    std::string root; ///< the temporary folder as a location, with "\"
+    std::string root = files->real.LocationOf(world.Posix("") + "/"); ///< with its "\"
     RecordingChooser chooser;
     ChooserCommands commands{chooser};
     ModalDriver driver;
 
-    void SetUp() override
-    {
-        host->CoreDevFiles = files;
-        host->CoreDevText = std::make_shared<desktop::DesktopText>();
-        ASSERT_TRUE(dir.isValid());
-        root = files->real.LocationOf(disk(""));
-        chooser.places.CurrentPath = root;
-    }
+    void SetUp() override { host->CoreDevFiles = files; }
 
-    std::string disk(const std::string& relative) const
-    {
-        return dir.path().toStdString() + "/" + relative;
-    }
-    void makeFile(const std::string& relative) const
-    {
-        fs::create_directories(fs::path(disk(relative)).parent_path());
-        std::ofstream{disk(relative)};
-    }
     /// Starts a case: the lists as saved, the chooser at place, nothing recorded.
     void start(const std::string& place, const std::vector<FavoriteItem>& user = {},
                const std::vector<FavoriteItem>& app = {})
@@ -226,8 +202,7 @@ TEST_F(ChooserCommandsTest, ChosenMenuKeysRunTheirCommand)
 {
     // clang-format off
     const RunCase cases[] = {
-        {"open", "C:\\x\\", "OPEN", {"Open"}, {}},
-        {"head compared in capitals", "C:\\x\\", "open", {"Open"}, {}},
+        {"open, the head compared in capitals", "C:\\x\\", "open", {"Open"}, {}},
         {"map drive has no dialog yet", "C:\\x\\", "ADDCONNECTION", {}, {}},
         {"disconnect needs a drive", "C:\\x\\", "REMOVECONNECTION", {}, {}},
         {"disconnect the shown drive", "Z:\\docs\\", "REMOVECONNECTION.Z:", {"Goto WORKSTATION:\\"}, {"Disconnect(Z:)"}},
@@ -263,11 +238,9 @@ struct CreateCase {
 
 TEST_F(ChooserCommandsTest, NewFolderIsMadeWhereTheChooserStandsAndOpened)
 {
-    host->folders.desktop = files->real.LocationOf(disk("Desk"));
+    host->folders.desktop = files->real.LocationOf(world.Posix("Desk"));
     chooser.places.UserPath = root + "Home\\";
-    makeFile("Desk/x");
-    makeFile("Home/x");
-    makeFile("Taken/x");
+    world.Make({"Desk/", "Home/", "Taken/"});
     // clang-format off
     const CreateCase cases[] = {
         {"in a real folder", "", "Neu", false, "Neu", ""},
@@ -296,8 +269,9 @@ TEST_F(ChooserCommandsTest, NewFolderIsMadeWhereTheChooserStandsAndOpened)
             EXPECT_EQ(chooser.steps, Texts{});
             continue;
         }
-        EXPECT_TRUE(fs::is_directory(disk(c.made)));
-        EXPECT_EQ(chooser.steps, Texts{"Goto " + files->real.LocationOf(disk(c.made)) + "\\"});
+        EXPECT_TRUE(fs::is_directory(world.Posix(c.made)));
+        EXPECT_EQ(chooser.steps,
+                  Texts{"Goto " + files->real.LocationOf(world.Posix(c.made)) + "\\"});
     }
 }
 
@@ -340,10 +314,8 @@ TEST_F(ChooserCommandsTest, DeleteAsksThenRemovesTheSelectedFileOrFolder)
         {"the user folder's alias", "USER:\\", "Eigene", ResultYes, false, aboutFolder("Eigene"), "", {"Update"}},
     };
     // clang-format on
-    for (const char* file :
-         {"a.txt", "b.txt", "sub/inner.txt", "real/kept.txt", "keep/x", "home/x"})
-        makeFile(file);
-    fs::create_directory_symlink(disk("real"), disk("link"));
+    world.Make({"a.txt", "b.txt", "sub/inner.txt", "real/kept.txt", "keep/x", "home/x"});
+    fs::create_directory_symlink(world.Posix("real"), world.Posix("link"));
     chooser.places.UserPath = root + "home\\";
     for (const DeleteCase& c : cases) {
         SCOPED_TRACE(c.name);
@@ -359,7 +331,7 @@ TEST_F(ChooserCommandsTest, DeleteAsksThenRemovesTheSelectedFileOrFolder)
         EXPECT_EQ(chooser.steps, c.steps);
     }
     const auto exists = [&](const char* path) {
-        return fs::exists(fs::symlink_status(disk(path)));
+        return fs::exists(fs::symlink_status(world.Posix(path)));
     };
     EXPECT_FALSE(exists("a.txt") || exists("sub") || exists("link") || exists("home"));
     EXPECT_TRUE(exists("b.txt") && exists("keep"));
@@ -378,11 +350,8 @@ struct AddCase {
 
 TEST_F(ChooserCommandsTest, AddingAFavouriteGoesThroughTheEditorToTheChosenList)
 {
-    const auto name = [](frm_DialogFolderFavorite& editor, const QString& text) {
-        Type(editor, text); // the proposed name is selected
-    };
     const auto mine = [&](frm_DialogFolderFavorite& editor) {
-        name(editor, QStringLiteral("Projekte"));
+        Type(editor, QStringLiteral("Projekte")); // over the proposed name, selected
         Focus(*editor.txt_Description);
         Type(editor, QStringLiteral("Alles Laufende"));
         host->queueIconChoice("Ico\\16\\Own\\Star.ico");
@@ -391,7 +360,7 @@ TEST_F(ChooserCommandsTest, AddingAFavouriteGoesThroughTheEditorToTheChosenList)
         editor.ctl_CmdBar1->Press(QStringLiteral("OK"));
     };
     const auto theirs = [&](frm_DialogFolderFavorite& editor) {
-        name(editor, QStringLiteral("Ablage"));
+        Type(editor, QStringLiteral("Ablage"));
         host->queueIconChoice("Ico\\16\\Own\\Star.ico");
         Click(*editor.pic_Icon);
         editor.ctl_CmdBar1->Press(QStringLiteral("OK"));

@@ -21,8 +21,8 @@
 #include <QComboBox> // ImageCombo.h needs the complete type for its inline accessor
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
-#include <initializer_list>
 #include <string>
 #include <vector>
 
@@ -55,23 +55,32 @@ class ChooserWorld {
         const std::string root = dir.path().toStdString();
         return relative.empty() ? root : root + "/" + relative;
     }
-    /// Makes empty files and folders (names ending in "/") below the folder.
-    void Make(std::initializer_list<std::string> names) const
+    /// Makes empty files and folders (names ending in "/") below the folder,
+    /// with the folders on their way.
+    void Make(const std::vector<std::string>& names) const
     {
         for (const std::string& name : names) {
             const QString path = QString::fromStdString(Posix(name));
-            if (name.back() == '/') {
-                QDir().mkpath(path);
-            } else {
-                QFile file(path);
-                file.open(QIODevice::WriteOnly);
-            }
+            const bool folder = name.back() == '/';
+            QDir().mkpath(folder ? path : QFileInfo(path).path());
+            if (!folder)
+                QFile(path).open(QIODevice::WriteOnly);
         }
     }
 
     ScopedTestHost host;
     QTemporaryDir dir;
 };
+
+/// Texts of a list's rows, top to bottom.
+inline std::vector<std::string> RowTexts(const fw::ListView& list)
+{
+    std::vector<std::string> texts;
+    const fw::ListItems& rows = list.ListItems();
+    for (int i = 1; i <= rows.Count(); ++i)
+        texts.push_back(rows.Item(i).Text().toStdString());
+    return texts;
+}
 
 /// The controls a listing fills, with the lister over them.
 class ListerForm : public fw::Form {
@@ -97,15 +106,7 @@ class ListerForm : public fw::Form {
             lister.Update();
     }
 
-    /// Texts of the rows, top to bottom.
-    std::vector<std::string> RowTexts() const
-    {
-        std::vector<std::string> texts;
-        const fw::ListItems& rows = lst_Files.ListItems();
-        for (int i = 1; i <= rows.Count(); ++i)
-            texts.push_back(rows.Item(i).Text().toStdString());
-        return texts;
-    }
+    std::vector<std::string> RowTexts() const { return testing::RowTexts(lst_Files); }
     /// The count line as set.
     std::string CountLine() const { return lab_FileCount.Caption().toStdString(); }
 

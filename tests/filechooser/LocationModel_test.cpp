@@ -1,17 +1,14 @@
 // Where a chooser stands: history steps, aliases resolved on entry and the
 // way one level up from every kind of place.
+#include "ChooserTestSupport.h"
 #include "controls/ctl_Steps.h"
-#include "desktop/DesktopText.h"
-#include "filechooser/ChooserFavorites.h"
 #include "filechooser/ChooserSidebar.h"
-#include "filechooser/LocationModel.h"
-#include "forms/Form.h"
-#include "testing/TestHost.h"
 
 #include <gtest/gtest.h>
 
 using fw::LocationModel;
 using fw::StringList;
+using fw::testing::ChooserWorld;
 
 namespace {
 
@@ -24,11 +21,6 @@ LocationModel ModelWithFolders()
     places.DefaultPath = "C:\\tmp\\start\\";
     return places;
 }
-
-struct HostWithPaths {
-    HostWithPaths() { host->CoreDevText = std::make_shared<fw::desktop::DesktopText>(); }
-    fw::testing::ScopedTestHost host;
-};
 
 TEST(LocationModel, HistoryStepsWalkBackAndForth)
 {
@@ -43,33 +35,23 @@ TEST(LocationModel, HistoryStepsWalkBackAndForth)
         const char* what;
         std::vector<Step> steps;
     };
+    const Step atA{"C:\\a\\", true, "C:\\a\\", {"C:\\a\\"}, {}};
+    const Step atB{"C:\\b\\", true, "C:\\b\\", {"C:\\a\\", "C:\\b\\"}, {}};
+    const Step backToA{"PREVIOUS:\\", true, "C:\\a\\", {"C:\\a\\"}, {"C:\\b\\"}};
+    // clang-format off
     const Case cases[] = {
-        {"back right after the start does nothing",
-         {{"C:\\a\\", true, "C:\\a\\", {"C:\\a\\"}, {}},
-          {"PREVIOUS:\\", false, "C:\\a\\", {"C:\\a\\"}, {}}}},
-        {"next with an empty forward list does nothing",
-         {{"C:\\a\\", true, "C:\\a\\", {"C:\\a\\"}, {}},
-          {"NEXT:\\", false, "C:\\a\\", {"C:\\a\\"}, {}}}},
-        {"back then forward",
-         {{"C:\\a\\", true, "C:\\a\\", {"C:\\a\\"}, {}},
-          {"C:\\b\\", true, "C:\\b\\", {"C:\\a\\", "C:\\b\\"}, {}},
-          {"PREVIOUS:\\", true, "C:\\a\\", {"C:\\a\\"}, {"C:\\b\\"}},
-          {"NEXT:\\", true, "C:\\b\\", {"C:\\a\\", "C:\\b\\"}, {}}}},
+        {"back or next with nowhere to go do nothing",
+         {atA, {"PREVIOUS:\\", false, "C:\\a\\", {"C:\\a\\"}, {}}, {"NEXT:\\", false, "C:\\a\\", {"C:\\a\\"}, {}}}},
+        {"back then forward", {atA, atB, backToA, {"NEXT:\\", true, "C:\\b\\", {"C:\\a\\", "C:\\b\\"}, {}}}},
         {"a normal move after going back clears the forward list",
-         {{"C:\\a\\", true, "C:\\a\\", {"C:\\a\\"}, {}},
-          {"C:\\b\\", true, "C:\\b\\", {"C:\\a\\", "C:\\b\\"}, {}},
-          {"PREVIOUS:\\", true, "C:\\a\\", {"C:\\a\\"}, {"C:\\b\\"}},
-          {"C:\\c\\", true, "C:\\c\\", {"C:\\a\\", "C:\\c\\"}, {}}}},
+         {atA, atB, backToA, {"C:\\c\\", true, "C:\\c\\", {"C:\\a\\", "C:\\c\\"}, {}}}},
         {"the history keeps the alias, the current path its target",
          {{"USER:\\", true, "C:\\home\\anna\\Dokumente\\", {"USER:\\"}, {}},
           {"FAVORITES:\\C:\\fav\\", true, "C:\\fav\\", {"USER:\\", "FAVORITES:\\C:\\fav\\"}, {}},
-          {"PREVIOUS:\\",
-           true,
-           "C:\\home\\anna\\Dokumente\\",
-           {"USER:\\"},
-           {"FAVORITES:\\C:\\fav\\"}}}},
+          {"PREVIOUS:\\", true, "C:\\home\\anna\\Dokumente\\", {"USER:\\"}, {"FAVORITES:\\C:\\fav\\"}}}},
     };
-    HostWithPaths world;
+    // clang-format on
+    const ChooserWorld paths(false); // the desktop path rules, scripted files
     for (const Case& c : cases) {
         LocationModel places = ModelWithFolders();
         for (const Step& step : c.steps) {
@@ -103,7 +85,7 @@ TEST(LocationModel, AliasesResolveOnEntryAndPseudoPlacesStay)
         // Words compare with case: a lower-case alias is no alias.
         {"user:\\", "user:\\", nullptr, false},
     };
-    HostWithPaths world;
+    const ChooserWorld paths(false); // the desktop path rules, scripted files
     for (const Row& row : rows) {
         LocationModel places = ModelWithFolders();
         places.Enter(row.path);
@@ -137,7 +119,7 @@ TEST(LocationModel, UpPathFollowsTheTable)
         {"FAVORITES:\\", "FAVORITES:\\"},
         {"DESKTOP:\\", ""},
     };
-    HostWithPaths world;
+    const ChooserWorld paths(false); // the desktop path rules, scripted files
     for (const Row& row : rows) {
         LocationModel places = ModelWithFolders();
         places.Domain = "Firma";
@@ -157,25 +139,20 @@ TEST(LocationModel, CategoryStripLeadsToThePlaces)
         std::vector<std::string> steps; ///< caption|tool tip|tag
     };
     const std::string tip = "Zum vom Programm vorgeschlagenen Speicherort wechseln";
+    // clang-format off
     const Case cases[] = {
-        {"German, everything",
-         7,
-         true,
-         true,
-         {},
+        {"German, everything", 7, true, true, {},
          {"&Desktop||DESKTOP:\\", "USB (D:)||D:", "&Favoriten||FAVORITES:\\",
           "&Vorgabe|" + tip + "|DEFAULT:\\", "&Eigene Dateien|Eigene Dateien anzeigen|USER:\\",
           "&Gemeinsam|Gemeinsam verwendete Dateien und Ordner|SHARED:\\", "&Beispiele||SAMPLES:\\",
           "&Arbeitsplatz||WORKSTATION:\\", "&Netzwerk||NETHOOD:\\"}},
-        {"English with the request's own categories, tool tips stay German",
-         9,
-         false,
-         false,
+        {"English with the request's own categories, tool tips stay German", 9, false, false,
          {{"&Berichte", "Ico\\20\\x.ico", "Alle Berichte", "C:\\b\\"}},
          {"&Desktop||DESKTOP:\\", "USB (D:)||D:", "&Berichte|Alle Berichte|C:\\b\\",
           "&My files|Eigene Dateien anzeigen|USER:\\", "&Workstation||WORKSTATION:\\",
           "&Network||NETHOOD:\\"}},
     };
+    // clang-format on
     for (const Case& c : cases) {
         fw::testing::ScopedTestHost host;
         host->language = c.language;

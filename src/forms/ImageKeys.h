@@ -24,6 +24,17 @@ class ImageKeys {
     QIcon iconOf(std::uint16_t id, const ImageList* list) const;
 
   private:
+    // The last key asked of each of the two lists a list control binds: rows
+    // of one folder ask for the same few keys over and over.
+    struct Recent {
+        const ImageList* list = nullptr;
+        std::uint64_t clears = 0;
+        QString key;
+        std::uint16_t id = 0;
+    };
+    Recent m_recent[2];
+    int m_nextRecent = 0;
+
     std::vector<QString> m_keys{QString()};
     QHash<QString, std::uint16_t> m_ids;
 };

@@ -118,6 +118,7 @@ QString ImageList::Tag(const QVariant& indexOrKey) const
 
 void ImageList::Clear()
 {
+    ++m_clears;
     m_items.clear();
     m_byKey.clear();
 }

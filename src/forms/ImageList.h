@@ -40,6 +40,8 @@ class ImageList : public Control {
     /// The text given with a picture, by index or key as Picture().
     QString Tag(const QVariant& indexOrKey) const;
     void Clear();
+    /// Counts the clears: a key the list held stays held until the next one.
+    std::uint64_t Clears() const { return m_clears; }
 
     /// A host colour (0x00BBGGRR) that pictures added from now on lose to
     /// transparency; until it is set no colour is masked.
@@ -65,6 +67,7 @@ class ImageList : public Control {
     bool m_masked = false;
     std::vector<Item> m_items;
     QHash<QString, int> m_byKey;
+    std::uint64_t m_clears = 0;
 };
 
 /// Keys that read as a number would be taken for an index, so the classic

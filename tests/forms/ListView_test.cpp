@@ -215,6 +215,9 @@ TEST_F(ListViewTest, EveryViewKeepsTheSelectionAndShowsItsOwnPictures)
     form.lst->SetIcons(form.img32);
     row("Anna").SetIcon("CLOSED");
     EXPECT_EQ(row("Anna").Icon(), "CLOSED");
+    // A key asked a moment ago is refused once its list has been emptied.
+    form.img16->Clear();
+    EXPECT_THROW(items.Add("C:\\NEU", "neu", {}, "FILE"), ControlError);
 }
 
 TEST_F(ListViewTest, LongAndOddNamesShowWholeOnOneLineInTheListViews)

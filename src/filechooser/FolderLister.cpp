@@ -15,7 +15,6 @@
 #include "host/mdl_CoreDevWrapper.h"
 #include "resources/SharedImages.h"
 
-#include <QComboBox> // ImageCombo.h needs the complete type for its inline accessor
 #include <QHash>
 #include <QStringBuilder>
 #include <algorithm>

@@ -8,7 +8,6 @@
 #include "forms/Resume.h"
 #include "host/mdl_CoreDevWrapper.h"
 
-#include <QComboBox> // ImageCombo.h needs the complete type for its inline accessor
 #include <vector>
 
 namespace fw {

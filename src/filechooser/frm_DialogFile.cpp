@@ -25,7 +25,6 @@
 #include "host/mdl_CoreDevWrapper.h"
 #include "resources/SharedImages.h"
 
-#include <QComboBox> // ImageCombo keeps a QPointer to it
 #include <QPalette>
 #include <QWidget>
 

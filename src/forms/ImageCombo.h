@@ -10,13 +10,12 @@
 
 #include "forms/Control.h"
 
+#include <QComboBox>
 #include <QPointer>
 #include <QVariant>
 #include <functional>
 #include <memory>
 #include <vector>
-
-class QComboBox;
 
 namespace fw {
 

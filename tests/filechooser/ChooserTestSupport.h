@@ -18,7 +18,6 @@
 #include "resources/SharedImages.h"
 #include "testing/TestHost.h"
 
-#include <QComboBox> // ImageCombo.h needs the complete type for its inline accessor
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>

@@ -29,11 +29,6 @@ constexpr int kOptionSize = 48;
 constexpr int kOptionPitch = 58;
 constexpr int kOptions = 3;
 
-constexpr int px(int pixels)
-{
-    return pixels * Screen::TwipsPerPixel;
-}
-
 const QString kSigns = QStringLiteral("Ico\\20\\Computer\\Signs\\");
 
 // How an option is drawn, chosen or not: scheme colours and shades from the host.
@@ -79,27 +74,28 @@ void frm_DialogCritical::buildControls()
     ctl_Frame2 = Add<ctl_Frame>(QStringLiteral("ctl_Frame2"));
     ctl_Frame2->SetCaption(QStringLiteral("Bitte lesen Sie den Text genau durch:"));
     ctl_Frame2->SetIconPath(kSigns + QStringLiteral("Information.ico"));
-    ctl_Frame2->Move(px(kMargin), px(top), px(width), px(kTextFrameHeight));
+    ctl_Frame2->Move(ToTwips(kMargin), ToTwips(top), ToTwips(width), ToTwips(kTextFrameHeight));
     lab_Text = Add<Label>(QStringLiteral("lab_Text"), ctl_Frame2->container());
     lab_Text->SetWordWrap(true);
     lab_Text->SetFont(theme::UiFont(1));
-    lab_Text->Move(px(12), ctl_Frame2->InsideTop() + px(4), px(width - 24),
-                   px(kTextFrameHeight - 12) - ctl_Frame2->InsideTop());
+    lab_Text->Move(ToTwips(12), ctl_Frame2->InsideTop() + ToTwips(4), ToTwips(width - 24),
+                   ToTwips(kTextFrameHeight - 12) - ctl_Frame2->InsideTop());
     top += kTextFrameHeight + kGap;
 
     const int choiceHeight = 8 + kOptions * kOptionPitch;
     ctl_Frame1 = Add<ctl_Frame>(QStringLiteral("ctl_Frame1"));
     ctl_Frame1->SetCaption(QStringLiteral("Wählen Sie Ihr Vorgehen und klicken Sie auf 'Weiter'"));
     ctl_Frame1->SetIconPath(kSigns + QStringLiteral("OK.ico"));
-    ctl_Frame1->Move(px(kMargin), px(top), px(width), ctl_Frame1->InsideTop() + px(choiceHeight));
+    ctl_Frame1->Move(ToTwips(kMargin), ToTwips(top), ToTwips(width),
+                     ctl_Frame1->InsideTop() + ToTwips(choiceHeight));
     top += choiceHeight + ctl_Frame1->InsideTop() / Screen::TwipsPerPixel + kGap;
 
     opt_Choice = ControlArray<ctl_Option>(
         QStringLiteral("opt_Choice"),
         [this](int index) {
             auto* option = Add<ctl_Option>(QStringLiteral("opt_Choice"), ctl_Frame1->container());
-            option->Move(px(12), ctl_Frame1->InsideTop() + px(2 + index * kOptionPitch),
-                         px(kOptionSize), px(kOptionSize));
+            option->Move(ToTwips(12), ctl_Frame1->InsideTop() + ToTwips(2 + index * kOptionPitch),
+                         ToTwips(kOptionSize), ToTwips(kOptionSize));
             return option;
         },
         [this](ctl_Option& option) { option.Click = [this, &option] { choose(option.Index()); }; });
@@ -110,9 +106,9 @@ void frm_DialogCritical::buildControls()
             label->SetWordWrap(true);
             label->SetFont(theme::UiFont(1, true));
             // Centred on its card for one line, still room for a second.
-            label->Move(px(12 + kOptionSize + 14),
-                        ctl_Frame1->InsideTop() + px(2 + index * kOptionPitch + 12),
-                        px(width - kOptionSize - 44), px(kOptionSize - 12));
+            label->Move(ToTwips(12 + kOptionSize + 14),
+                        ctl_Frame1->InsideTop() + ToTwips(2 + index * kOptionPitch + 12),
+                        ToTwips(width - kOptionSize - 44), ToTwips(kOptionSize - 12));
             // The caption is part of the option: a click on it chooses too.
             label->widget()->setCursor(Qt::PointingHandCursor);
             return label;
@@ -125,7 +121,7 @@ void frm_DialogCritical::buildControls()
 
     lin_Line = ControlArray<ctl_Seperator>(QStringLiteral("lin_Line"), [this, top](int) {
         auto* line = Add<ctl_Seperator>(QStringLiteral("lin_Line"));
-        line->Move(px(kMargin), px(top), px(width), px(1));
+        line->Move(ToTwips(kMargin), ToTwips(top), ToTwips(width), ToTwips(1));
         return line;
     });
     lin_Line.Load(0);
@@ -134,8 +130,8 @@ void frm_DialogCritical::buildControls()
     but_OK->SetText(QStringLiteral("&Weiter"));
     but_OK->SetIconPath(kSigns + QStringLiteral("Next.ico"));
     but_OK->SetDefault(true);
-    but_OK->Move(px(kClientWidth - kMargin - theme::ButtonWidth - 20), px(top + kGap),
-                 px(theme::ButtonWidth + 20), px(theme::ButtonHeight + 4));
+    but_OK->Move(ToTwips(kClientWidth - kMargin - theme::ButtonWidth - 20), ToTwips(top + kGap),
+                 ToTwips(theme::ButtonWidth + 20), ToTwips(theme::ButtonHeight + 4));
     but_OK->Click = [this] { but_OK_Click(); };
 
     ctl_StatusBar1 = Add<ctl_StatusBar>(QStringLiteral("ctl_StatusBar1"));

@@ -45,11 +45,6 @@ constexpr int kGap = 5;
 const char* const kViewKey = "Software\\Valdrenix\\Core\\Settings\\FolderView";
 const char* const kDesktop = "DESKTOP:\\";
 
-int px(int pixels)
-{
-    return ToTwips(pixels);
-}
-
 // How the host's option records write false.
 bool isFalse(const std::string& value)
 {
@@ -65,7 +60,7 @@ bool hHasWildcards(const std::string& text)
 // The frames' inner rows start below their caption.
 int rowTop(const ctl_Frame& frame, int row)
 {
-    return frame.InsideTop() + px(row * (kRowHeight + 4));
+    return frame.InsideTop() + ToTwips(row * (kRowHeight + 4));
 }
 } // namespace
 
@@ -103,14 +98,14 @@ void frm_DialogFile::buildControls()
                            signs + QStringLiteral("Abort.ico"), QStringLiteral("DIALOG.ABORT();"));
 
     cat_Folder = Add<ctl_Steps>(QStringLiteral("cat_Folder"));
-    cat_Folder->SetWidth(px(kStripWidth));
+    cat_Folder->SetWidth(ToTwips(kStripWidth));
     buildFolderFrame();
     buildFileFrame();
 
     frm_Preview = Add<ctl_Frame>(QStringLiteral("frm_Preview"));
     frm_Preview->SetCaption(QStringLiteral("Vorschau|Preview"));
     pic_Preview = Add<PictureBox>(QStringLiteral("pic_Preview"), frm_Preview->container());
-    pic_Preview->Move(px(2 * kGap), frm_Preview->InsideTop());
+    pic_Preview->Move(ToTwips(2 * kGap), frm_Preview->InsideTop());
 
     tmr_IconLoad = Add<Timer>(QStringLiteral("tmr_IconLoad"));
     tmr_IconLoad->SetInterval(20);
@@ -133,16 +128,16 @@ void frm_DialogFile::buildFolderFrame()
     const int row = rowTop(*frm_Folder, 0);
 
     lst_Folder = Add<ImageCombo>(QStringLiteral("lst_Folder"), inside);
-    lst_Folder->Move(px(2 * kGap), row, px(240), px(kRowHeight));
+    lst_Folder->Move(ToTwips(2 * kGap), row, ToTwips(240), ToTwips(kRowHeight));
     lab_SearchFor = Add<Label>(QStringLiteral("lab_SearchFor"), inside);
     lab_SearchFor->SetCaption(QStringLiteral("Suchen:|Search:"));
     lab_SearchFor->SetAlignment(1);
-    lab_SearchFor->Move(0, row + px(4), px(kSearchLabelWidth), px(kRowHeight - 4));
+    lab_SearchFor->Move(0, row + ToTwips(4), ToTwips(kSearchLabelWidth), ToTwips(kRowHeight - 4));
     txt_SearchFor = Add<TextBox>(QStringLiteral("txt_SearchFor"), false, inside);
-    txt_SearchFor->Move(0, row, px(160), px(kRowHeight));
+    txt_SearchFor->Move(0, row, ToTwips(160), ToTwips(kRowHeight));
 
     frm_Buttons = Add<ctl_Pannel>(QStringLiteral("frm_Buttons"), inside);
-    frm_Buttons->Move(0, row, px(4 * kToolButton + 5), px(kRowHeight + 2));
+    frm_Buttons->Move(0, row, ToTwips(4 * kToolButton + 5), ToTwips(kRowHeight + 2));
     const QString icons = QStringLiteral("Ico\\20\\Computer\\");
     struct ToolButton {
         ctl_Button** slot;
@@ -162,16 +157,17 @@ void frm_DialogFile::buildFolderFrame()
         *b.slot = Add<ctl_Button>(QString::fromLatin1(b.name), frm_Buttons->container());
         (*b.slot)->SetIconPath(icons + QString::fromLatin1(b.icon));
         (*b.slot)->SetToolTipText(QString::fromUtf8(b.tip));
-        (*b.slot)->Move(left, 0, px(kToolButton - 2), px(kRowHeight + 2));
-        left += px(kToolButton);
+        (*b.slot)->Move(left, 0, ToTwips(kToolButton - 2), ToTwips(kRowHeight + 2));
+        left += ToTwips(kToolButton);
     }
 
     lst_Files = Add<ListView>(QStringLiteral("lst_Files"), inside);
-    lst_Files->Move(px(2 * kGap), row + px(kRowHeight + 2 * kGap), px(400), px(300));
+    lst_Files->Move(ToTwips(2 * kGap), row + ToTwips(kRowHeight + 2 * kGap), ToTwips(400),
+                    ToTwips(300));
     // The count line stands on the form over the frame's foot, so it is made
     // after the frame and lies above it.
     lab_FileCount = Add<ctl_Label>(QStringLiteral("lab_FileCount"));
-    lab_FileCount->Move(0, 0, px(400), px(kCountHeight));
+    lab_FileCount->Move(0, 0, ToTwips(400), ToTwips(kCountHeight));
 }
 
 void frm_DialogFile::buildFileFrame()
@@ -179,23 +175,24 @@ void frm_DialogFile::buildFileFrame()
     frm_File = Add<ctl_Frame>(QStringLiteral("frm_File"));
     frm_File->SetCaption(QStringLiteral("Gewählte Datei|Selected file"));
     QWidget* inside = frm_File->container();
-    const int nameLeft = px(2 * kGap + kLabelWidth + kGap);
+    const int nameLeft = ToTwips(2 * kGap + kLabelWidth + kGap);
     const auto addLabel = [&](const char* name, const char* caption, int row) {
         Label* label = Add<Label>(QString::fromLatin1(name), inside);
         label->SetCaption(QString::fromUtf8(caption));
-        label->Move(px(2 * kGap), rowTop(*frm_File, row) + px(4), px(kLabelWidth),
-                    px(kRowHeight - 4));
+        label->Move(ToTwips(2 * kGap), rowTop(*frm_File, row) + ToTwips(4), ToTwips(kLabelWidth),
+                    ToTwips(kRowHeight - 4));
         return label;
     };
     lab_Filename = addLabel("lab_Filename", "Dateiname:|Filename:", 0);
     txt_Filename = Add<TextBox>(QStringLiteral("txt_Filename"), false, inside);
-    txt_Filename->Move(nameLeft, rowTop(*frm_File, 0), px(300), px(kRowHeight));
+    txt_Filename->Move(nameLeft, rowTop(*frm_File, 0), ToTwips(300), ToTwips(kRowHeight));
     lab_Filter = addLabel("lab_Filter", "Dateityp:|Filetype:", 1);
     lst_Filter = Add<ComboBox>(QStringLiteral("lst_Filter"), 2, inside);
-    lst_Filter->Move(nameLeft, rowTop(*frm_File, 1), px(300), px(kRowHeight));
+    lst_Filter->Move(nameLeft, rowTop(*frm_File, 1), ToTwips(300), ToTwips(kRowHeight));
     lab_Info = addLabel("lab_Info", "Kurzinfos:|Quick info:", 2);
     lab_FileInfo = Add<ctl_Label>(QStringLiteral("lab_FileInfo"), inside);
-    lab_FileInfo->Move(nameLeft, rowTop(*frm_File, 2) + px(4), px(300), px(kRowHeight - 4));
+    lab_FileInfo->Move(nameLeft, rowTop(*frm_File, 2) + ToTwips(4), ToTwips(300),
+                       ToTwips(kRowHeight - 4));
     frm_File->SetHeight(rowTop(*frm_File, 3));
 }
 
@@ -285,7 +282,7 @@ void frm_DialogFile::Form_Load()
 
     Resume([&] { m_favourites.Load(); });
     // The holder's design width has 5 pixels to spare, taken off here.
-    frm_Buttons->SetWidth(frm_Buttons->Width() - px(5));
+    frm_Buttons->SetWidth(frm_Buttons->Width() - ToTwips(5));
     Resume([&] {
         lst_Files->SetMouseIcon(ToImage(GetCoreDevPictures().LoadPicture("Cur\\Hand Up.ico")));
     });
@@ -455,8 +452,8 @@ void frm_DialogFile::Form_Resize()
         sizes.preview = preview;
         sizes.searchVisible = lab_SearchFor->Visible();
         sizes.fileFrameHeight = frm_File->Height();
-        sizes.folderFrameTop = px(kGap);
-        sizes.previewFrameTop = px(kGap);
+        sizes.folderFrameTop = ToTwips(kGap);
+        sizes.previewFrameTop = ToTwips(kGap);
         sizes.previewPictureLeft = pic_Preview->Left();
         sizes.previewPictureTop = pic_Preview->Top();
         sizes.nameBoxLeft = txt_Filename->Left();

@@ -31,11 +31,6 @@ constexpr int kBoxHeight = 24;
 constexpr int kIconSize = 16;
 constexpr int kOptionHeight = 22;
 
-constexpr int px(int pixels)
-{
-    return pixels * Screen::TwipsPerPixel;
-}
-
 constexpr int kFieldLeft = theme::Margin + kLabelWidth;
 constexpr int kFieldWidth = kClientWidth - kFieldLeft - theme::Margin;
 
@@ -78,43 +73,46 @@ void frm_DialogFolderFavorite::buildControls()
 
     Label4 = Add<Label>(QStringLiteral("Label4"));
     Label4->SetCaption(QStringLiteral("Symbol:"));
-    Label4->Move(px(theme::Margin), px(top + 2), px(kLabelWidth - theme::Gap), px(kBoxHeight));
+    Label4->Move(ToTwips(theme::Margin), ToTwips(top + 2), ToTwips(kLabelWidth - theme::Gap),
+                 ToTwips(kBoxHeight));
     pic_Icon = Add<PictureBox>(QStringLiteral("pic_Icon"));
     pic_Icon->SetScaleMode(3);
     pic_Icon->SetBackColor(theme::Base());
-    pic_Icon->Move(px(kFieldLeft), px(top + 4), px(kIconSize), px(kIconSize));
+    pic_Icon->Move(ToTwips(kFieldLeft), ToTwips(top + 4), ToTwips(kIconSize), ToTwips(kIconSize));
     pic_Icon->widget()->setCursor(Qt::PointingHandCursor);
     pic_Icon->Click = [this] { hChangeIcon(); };
     lab_Change = Add<ctl_Label>(QStringLiteral("lab_Change"));
     lab_Change->SetCaption(QStringLiteral("<A HREF='CHANGEICON'>Symbol ändern...</A>"));
-    lab_Change->Move(px(kFieldLeft + kIconSize + theme::Gap), px(top + 2),
-                     px(kFieldWidth - kIconSize - theme::Gap), px(kBoxHeight));
+    lab_Change->Move(ToTwips(kFieldLeft + kIconSize + theme::Gap), ToTwips(top + 2),
+                     ToTwips(kFieldWidth - kIconSize - theme::Gap), ToTwips(kBoxHeight));
     lab_Change->LinkClick = [this](const QString& target) { ctl_Executor1->Execute(target); };
     showIcon(QStringLiteral("Ico\\16\\Computer\\Folders\\Favorite.ico"));
     top += kRowPitch;
 
     Label5 = Add<Label>(QStringLiteral("Label5"));
     Label5->SetCaption(QStringLiteral("Speichern in:"));
-    Label5->Move(px(theme::Margin), px(top + 2), px(kLabelWidth - theme::Gap), px(kBoxHeight));
+    Label5->Move(ToTwips(theme::Margin), ToTwips(top + 2), ToTwips(kLabelWidth - theme::Gap),
+                 ToTwips(kBoxHeight));
     // Both options sit on the form itself, which makes them one group.
     opt_FavUser = Add<OptionButton>(QStringLiteral("opt_FavUser"));
     opt_FavUser->SetCaption(QStringLiteral("Meine eigenen Favoriten"));
     opt_FavUser->SetToolTipText(QStringLiteral("Wählen Sie diese Option, wenn Sie den Favoriten "
                                                "auch in anderen Anwendungen nutzen wollen"));
-    opt_FavUser->Move(px(kFieldLeft), px(top + 2), px(kFieldWidth), px(kOptionHeight));
+    opt_FavUser->Move(ToTwips(kFieldLeft), ToTwips(top + 2), ToTwips(kFieldWidth),
+                      ToTwips(kOptionHeight));
     opt_FavApp = Add<OptionButton>(QStringLiteral("opt_FavApp"));
     opt_FavApp->SetCaption(QStringLiteral("Favorit für die Anwendung 'APP'"));
     opt_FavApp->SetToolTipText(QStringLiteral(
         "Wählen Sie diese Option, falls der Favorit nur in dieser Anwendung Sinn macht."));
-    opt_FavApp->Move(px(kFieldLeft), px(top + 2 + kOptionHeight + 4), px(kFieldWidth),
-                     px(kOptionHeight));
+    opt_FavApp->Move(ToTwips(kFieldLeft), ToTwips(top + 2 + kOptionHeight + 4),
+                     ToTwips(kFieldWidth), ToTwips(kOptionHeight));
     // As wide as their captions, so that a click beside the text chooses nothing.
     for (OptionButton* option : {opt_FavUser, opt_FavApp})
-        option->SetWidth(px(std::min(kFieldWidth, option->widget()->sizeHint().width())));
+        option->SetWidth(ToTwips(std::min(kFieldWidth, option->widget()->sizeHint().width())));
     top += 2 * kOptionHeight + 4 + theme::Margin;
 
     ctl_Seperator1 = Add<ctl_Seperator>(QStringLiteral("ctl_Seperator1"));
-    ctl_Seperator1->Move(0, px(top), px(kClientWidth), px(1));
+    ctl_Seperator1->Move(0, ToTwips(top), ToTwips(kClientWidth), ToTwips(1));
 
     ctl_Executor1 = Add<ctl_Executor>(QStringLiteral("ctl_Executor"));
     ctl_Executor1->Script = [this](const QString& script) { ctl_Executor_Script(script); };
@@ -137,9 +135,10 @@ void frm_DialogFolderFavorite::addTextRow(Label*& label, const QString& labelNam
 {
     label = Add<Label>(labelName);
     label->SetCaption(caption);
-    label->Move(px(theme::Margin), px(top + 2), px(kLabelWidth - theme::Gap), px(kBoxHeight));
+    label->Move(ToTwips(theme::Margin), ToTwips(top + 2), ToTwips(kLabelWidth - theme::Gap),
+                ToTwips(kBoxHeight));
     TextBox* made = Add<TextBox>(name);
-    made->Move(px(kFieldLeft), px(top), px(kFieldWidth), px(kBoxHeight));
+    made->Move(ToTwips(kFieldLeft), ToTwips(top), ToTwips(kFieldWidth), ToTwips(kBoxHeight));
     // The boxes tell of releases only; a left release is the click.
     made->MouseUp = [made, touchTitle](int button, int, float, float) {
         if (button == 1)

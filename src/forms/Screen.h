@@ -23,12 +23,12 @@ class Screen {
 };
 
 /// Twips to pixels and back, rounding to the nearest pixel.
-inline int ToPixels(int twips)
+constexpr int ToPixels(int twips)
 {
     return twips >= 0 ? (twips + Screen::TwipsPerPixel / 2) / Screen::TwipsPerPixel
                       : -((-twips + Screen::TwipsPerPixel / 2) / Screen::TwipsPerPixel);
 }
-inline int ToTwips(int pixels)
+constexpr int ToTwips(int pixels)
 {
     return pixels * Screen::TwipsPerPixel;
 }

@@ -15,6 +15,8 @@ packages=(
     libxcb1-dev               # the command asks the X server before Qt would abort
     locales                   # a Latin-1 locale for the command's argument decoding test
     clang libclang-rt-14-dev  # the fuzz targets: libFuzzer comes with clang's runtime
+    libsmbclient-dev libavahi-client-dev  # SMB shares and DNS-SD host discovery
+    samba smbclient           # a real SMB server on loopback for the network tests
 )
 
 say() { printf '\n== %s\n' "$*"; }

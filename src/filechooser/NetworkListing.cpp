@@ -14,18 +14,11 @@ namespace fw::lister {
 
 namespace {
 
-// Entries as the network service lists them may carry further fields after
-// a "|"; the first is the name.
-std::string FirstField(const std::string& entry)
-{
-    return entry.substr(0, entry.find('|'));
-}
-
 // A network service that fails or is missing lists nothing and counts 0.
-StringList NetworkList(NetworkService* network,
-                       const std::function<StringList(NetworkService&)>& read)
+template <typename List>
+List NetworkList(NetworkService* network, const std::function<List(NetworkService&)>& read)
 {
-    StringList names;
+    List names;
     if (network)
         Resume([&] { names = read(*network); });
     return names;
@@ -105,7 +98,8 @@ void Listing::Network()
 
 void Listing::Domains(NetworkService* network)
 {
-    const StringList domains = NetworkList(network, [](NetworkService& n) { return n.Domains(); });
+    const StringList domains =
+        NetworkList<StringList>(network, [](NetworkService& n) { return n.Domains(); });
     for (const std::string& name : domains.items())
         Resume([&] { AddPlaceRow(m_c.files, kNethood + name + "\\", name, "NETHOOD"); });
     SetCount(m_c.fileCount,
@@ -121,7 +115,7 @@ void Listing::Hosts(NetworkService* network, const std::string& domain)
     }
     m_places.Domain = domain;
     const StringList hosts =
-        NetworkList(network, [&](NetworkService& n) { return n.Hosts(domain); });
+        NetworkList<StringList>(network, [&](NetworkService& n) { return n.Hosts(domain); });
     for (const std::string& host : hosts.items())
         Resume([&] {
             AddPlaceRow(m_c.files, kNethood + domain + "\\" + host + "\\", host, "WORKSTATION");
@@ -140,14 +134,14 @@ void Listing::Shares(NetworkService* network, const std::string& domain, const s
         SelectCurrentInTree();
     }
     m_places.Domain = domain;
-    const StringList shares =
-        NetworkList(network, [&](NetworkService& n) { return n.Shares(host); });
+    const ShareList shares =
+        NetworkList<ShareList>(network, [&](NetworkService& n) { return n.Shares(host); });
     int rows = 0;
     int hidden = 0;
     // Visible shares stand above the hidden ones ("C$"), which show ghosted.
     for (const bool hiddenPass : {false, true}) {
-        for (const std::string& entry : shares.items()) {
-            const std::string name = FirstField(entry);
+        for (const ShareInfo& share : shares.items()) {
+            const std::string& name = share.Name;
             if ((!name.empty() && name.back() == '$') != hiddenPass)
                 continue;
             Resume([&] {

@@ -42,13 +42,40 @@ class FavoriteList {
     virtual bool RemoveKey(const std::string& path) = 0;
 };
 
+/// One share of a network host.
+struct ShareInfo {
+    enum Kind { Disk = 0, Printer = 1, Device = 2, Ipc = 3 };
+    std::string Name; ///< hidden shares end in "$"
+    int Type = Disk;
+    StringList Remarks; ///< entry 1 is the share's display text
+};
+
+/// The shares of one host, 1-based like the other host lists.
+class ShareList {
+  public:
+    int Count() const { return static_cast<int>(m_items.size()); }
+    /// Throws std::out_of_range outside 1..Count.
+    const ShareInfo& Item(int index) const
+    {
+        return m_items.at(static_cast<std::size_t>(index - 1));
+    }
+    void Add(ShareInfo share) { m_items.push_back(std::move(share)); }
+    /// By name, case-blind as share names are; stable for names that differ
+    /// in case only.
+    void Sort(bool ascending);
+    const std::vector<ShareInfo>& items() const { return m_items; }
+
+  private:
+    std::vector<ShareInfo> m_items;
+};
+
 /// Network enumeration and drive mapping.
 class NetworkService {
   public:
     virtual ~NetworkService() = default;
     virtual StringList Domains() = 0;
     virtual StringList Hosts(const std::string& domain) = 0;
-    virtual StringList Shares(const std::string& host) = 0;
+    virtual ShareList Shares(const std::string& host) = 0;
     /// Connects remote to local; ok tells success. Returns the host's message, if any.
     virtual std::string Connect(const std::string& remote, const std::string& local,
                                 const std::string& user, const std::string& password, bool persist,

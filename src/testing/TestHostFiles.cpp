@@ -128,10 +128,19 @@ class FakeNetwork : public fw::NetworkService {
         m_host.record("Hosts", {domain});
         return lookup(m_host.network.hosts, domain);
     }
-    StringList Shares(const std::string& host) override
+    // A share is queued as its name, or as "name|display text".
+    ShareList Shares(const std::string& host) override
     {
         m_host.record("Shares", {host});
-        return lookup(m_host.network.shares, host);
+        ShareList shares;
+        const StringList entries = lookup(m_host.network.shares, host);
+        for (const std::string& entry : entries.items()) {
+            const auto bar = entry.find('|');
+            ShareInfo share{entry.substr(0, bar), ShareInfo::Disk, {}};
+            share.Remarks.Add(bar == std::string::npos ? share.Name : entry.substr(bar + 1));
+            shares.Add(std::move(share));
+        }
+        return shares;
     }
     // Answers queued as "1" (connected) or "0", each followed by the host's message.
     std::string Connect(const std::string& remote, const std::string& local,

@@ -334,6 +334,11 @@ PicturePtr DesktopPictures::LoadPicture(const std::string& path, int /*flags*/, 
     return FromImage(LoadImage(QString::fromStdString(path), width));
 }
 
+std::shared_ptr<ResourcePackage> DesktopPictures::NewResourcePackage()
+{
+    return nullptr;
+}
+
 StringList DesktopPictures::ListResources(const std::string& path, bool wantFolders, bool /*flag1*/,
                                           bool /*flag2*/)
 {

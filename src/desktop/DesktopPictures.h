@@ -47,6 +47,7 @@ class DesktopPictures final : public CoreDevPictures {
     /// Null when there is no such file, image or icon.
     PicturePtr ExtractIcon(const std::string& file, int index, int size,
                            std::uint32_t maskColour) override;
+    std::shared_ptr<ResourcePackage> NewResourcePackage() override;
     /// The store's subfolders (wantFolders) or files below a resource path,
     /// as full resource paths with backslashes, sorted case-insensitively.
     /// Empty without a store or for a path that is no folder of it.

@@ -249,6 +249,8 @@ class CoreDevPictures {
     /// maskColour (0x00BBGGRR) are transparent. Null when there is none.
     virtual PicturePtr ExtractIcon(const std::string& file, int index, int size,
                                    std::uint32_t maskColour) = 0;
+    /// A new package object, not yet loaded; null where the host has no packages.
+    virtual std::shared_ptr<ResourcePackage> NewResourcePackage() = 0;
 };
 
 /// One entry of a folder listing.

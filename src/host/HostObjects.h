@@ -109,14 +109,20 @@ class MonitorList {
     virtual MonitorInfo ByIndex(int index) const = 0;
 };
 
-/// One open resource package.
+/// One open resource package. Items are resource paths such as
+/// "Ico\20\Computer\Signs\OK.ico", case-blind as the store's names are.
 class ResourcePackage {
   public:
     virtual ~ResourcePackage() = default;
+    /// Opens the package of that name from the host's package folders.
     virtual bool Load(const std::string& name) = 0;
     virtual bool Exists(const std::string& item) = 0;
+    /// Writes the item to the destination file; false and nothing written on failure.
     virtual bool Extract(const std::string& item, const std::string& destination) = 0;
-    virtual StringList Content(const std::string& path, int options) = 0;
+    /// The entries below path; the three option words pass through from the
+    /// caller and mean what the host documents.
+    virtual StringList Content(const std::string& path, std::uint32_t optionA,
+                               std::uint32_t optionB, std::uint32_t optionC) = 0;
 };
 
 /// The host's XML document object.

@@ -86,6 +86,8 @@ class Pictures : public fw::CoreDevPictures {
         return LoadPicture(file + "," + std::to_string(index), 0, size, size);
     }
 
+    std::shared_ptr<ResourcePackage> NewResourcePackage() override { return nullptr; }
+
     // The direct children of path among the host's resources: folders or files.
     StringList ListResources(const std::string& path, bool wantFolders, bool flag1,
                              bool flag2) override

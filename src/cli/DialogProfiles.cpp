@@ -16,6 +16,11 @@ const QHash<QString, DialogProfile>& profiles()
         const QStringList prompt{"Request.Title", "Request.IconPath", "Texts.Description"};
         const QStringList input = prompt + QStringList{"Texts.DefaultText", "Public.PasswordEntry"};
         const QString okCancel = QStringLiteral("Return answers OK (1), Escape Cancel (2).");
+        const QString folderKeys = QStringLiteral(
+            "The list has the focus first: Return there opens the selected folder, Tab goes on "
+            "to the buttons, where Return on OK answers with the folder shown (1); Escape "
+            "answers Cancel (2). It prints the folder as \"Folder\" (a share as smb://), and "
+            "a place that is no plain folder also as \"Location\".");
         const DialogProfile rows[] = {
             {"frm_DialogMessage",
              prompt + QStringList{"Texts.Description2", "Request.Flags", "Public.DialogMode"},
@@ -60,6 +65,8 @@ const QHash<QString, DialogProfile>& profiles()
              "\"File\".",
              false,
              "File"},
+            {"frm_DialogFolder", {"Request.Title", "Items.ItemList"}, folderKeys, false, "Folder"},
+            {"frm_DialogPath", {"Request.Title", "Items.ItemList"}, folderKeys, false, "Folder"},
             {"frm_DialogXMLInspector", {}, "Return answers OK (1); Escape does not close it."},
             {"frm_InternetFTPConsole",
              {},

@@ -16,6 +16,8 @@ const DialogRun* FindDialogRun(const QString& dialog)
         {QStringLiteral("frm_DialogXMLInspector"), XmlInspectorRun()},
         {QStringLiteral("frm_InternetFTPConsole"), FtpConsoleRun()},
         {QStringLiteral("frm_DialogFile"), FileChooserRun()},
+        {QStringLiteral("frm_DialogFolder"), FolderChooserRun()},
+        {QStringLiteral("frm_DialogPath"), FolderChooserRun()},
     };
     const auto it = table.constFind(dialog);
     return it == table.cend() ? nullptr : &*it;

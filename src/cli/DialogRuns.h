@@ -66,5 +66,6 @@ DialogRun NumericTouchRun();
 DialogRun XmlInspectorRun();
 DialogRun FtpConsoleRun();
 DialogRun FileChooserRun();
+DialogRun FolderChooserRun();
 
 } // namespace fw::cli

@@ -54,9 +54,11 @@ constexpr std::array kOptions{
     Option{"ftp", "HOST[:PORT]", Setting::Extra, nullptr,
            "the FTP server frm_InternetFTPConsole talks to (port 21 unless given)"},
     Option{"file", "PATH", Setting::Extra, nullptr,
-           "the file frm_DialogFile proposes; a folder path ending in \"/\" starts there"},
+           "the file frm_DialogFile proposes (a path or smb://host[:port]/share/path); a "
+           "folder path ending in \"/\" starts there"},
     Option{"folder", "PATH", Setting::Extra, nullptr,
-           "the folder frm_DialogFile starts in when --file names none"},
+           "the folder frm_DialogFolder starts in, or frm_DialogFile when --file names none "
+           "(a path or smb://host[:port]/share/path)"},
     Option{"filter", "LABEL|GLOB", Setting::Extra, nullptr,
            "a row of frm_DialogFile's file type list, such as \"Texte|*.txt;*.md\" "
            "(repeatable, in order)"},

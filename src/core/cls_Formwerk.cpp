@@ -9,6 +9,7 @@
 #include "dialogs/frm_DialogProcess.h"
 #include "dialogs/frm_DialogText.h"
 #include "filechooser/frm_DialogFile.h"
+#include "folders/frm_DialogFolder.h"
 #include "folders/frm_DialogMonitor.h"
 #include "forms/Resume.h"
 #include "inspect/frm_DialogColor.h"
@@ -42,7 +43,7 @@ const std::vector<Entry>& table()
         {"frm_InternetFTPConsole", make<frm_InternetFTPConsole>()},
         {"frm_InternetFTPConfirm", {}},
         {"frm_InternetFTPSync", {}},
-        {"frm_DialogFolder", {}},
+        {"frm_DialogFolder", make<frm_DialogFolder>()},
         {"frm_DialogMonitor", make<frm_DialogMonitor>()},
         {"frm_DialogFileSync", {}},
         {"frm_DialogFileSyncConfirm", {}},
@@ -51,7 +52,7 @@ const std::vector<Entry>& table()
         {"frm_DialogFileResource", {}},
         {"frm_DialogInput", make<frm_DialogInput>()},
         {"frm_DialogInputDbl", make<frm_DialogInputDbl>()},
-        {"frm_DialogPath", {}}, // an alias of frm_DialogFolder
+        {"frm_DialogPath", make<frm_DialogFolder>()}, // an alias of frm_DialogFolder
         {"frm_DialogText", make<frm_DialogText>()},
         {"frm_DialogColor", make<frm_DialogColor>()},
         {"frm_DialogInputMulti", make<frm_DialogInputMulti>()},

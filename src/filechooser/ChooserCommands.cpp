@@ -1,7 +1,7 @@
 #include "filechooser/ChooserCommands.h"
 
-#include "core/hLangText.h"
 #include "filechooser/ChooserFavorites.h"
+#include "filechooser/ChooserLanguage.h"
 #include "filechooser/ChooserSite.h"
 #include "filechooser/LocationModel.h"
 #include "folders/frm_DialogFolderFavorite.h"
@@ -128,6 +128,11 @@ class BusyPointer {
 };
 
 } // namespace
+
+std::string ChooserCommands::text(const std::string& german, const std::string& english) const
+{
+    return ChooserText(m_site.GermanOnly(), german, english);
+}
 
 void ChooserCommands::ToolsMenu(bool onRow)
 {
@@ -270,16 +275,16 @@ void ChooserCommands::CreateFolder()
     const bool onDesktop = place == "DESKTOP:\\";
     const bool inUserFolder = place == "USER:\\";
     if (!onDesktop && !inUserFolder && !folderExists(places.CurrentPath)) {
-        refuse(hLangText("Hier können Sie keine Ordner anlegen!",
-                         "You can not create a new folder here!"));
+        refuse(
+            text("Hier können Sie keine Ordner anlegen!", "You can not create a new folder here!"));
         return;
     }
     std::string name;
     Resume([&] {
-        name = GetCoreDevMessages().AskText(
-            hLangText("Geben Sie den Namen für den neuen Ordner ein:",
-                      "Enter the name for the new folder"),
-            hLangText("Ordner anlegen:", "Create folder"), hLangText("Neuer Ordner", "New folder"));
+        name = GetCoreDevMessages().AskText(text("Geben Sie den Namen für den neuen Ordner ein:",
+                                                 "Enter the name for the new folder"),
+                                            text("Ordner anlegen:", "Create folder"),
+                                            text("Neuer Ordner", "New folder"));
     });
     if (name.empty())
         return;
@@ -298,11 +303,11 @@ void ChooserCommands::CreateFolder()
     if (!folderExists(target))
         Resume([&] { created = GetCoreDevFiles().CreateFolder(target); });
     if (!created) {
-        fail(hLangText("Der Ordner konnte nicht angelegt werden. Entweder besteht schon ein Ordner "
-                       "mit dem gleichen Namen oder Sie haben keine Schreibberichtigung in diesem "
-                       "Ordner.",
-                       "The folder could not be created. Either there is already a folder with "
-                       "this name or you do not have the privileges to create folders here."));
+        fail(text("Der Ordner konnte nicht angelegt werden. Entweder besteht schon ein Ordner "
+                  "mit dem gleichen Namen oder Sie haben keine Schreibberichtigung in diesem "
+                  "Ordner.",
+                  "The folder could not be created. Either there is already a folder with "
+                  "this name or you do not have the privileges to create folders here."));
         return;
     }
     m_site.GotoFolder(target);
@@ -312,7 +317,7 @@ void ChooserCommands::DeleteSelected()
 {
     const ListItem* row = m_site.Rows().SelectedItem();
     if (!row) {
-        refuse(hLangText(
+        refuse(text(
             "Wählen Sie aus der Liste erst die Datei oder den Ordner aus, den Sie löschen wollen!",
             "Select the folder or file you want to delete first!"));
         return;

@@ -36,6 +36,7 @@ class ChooserCommands {
     void removeFavoriteRow(const std::string& target, const std::string& name);
     void deleteFolder(const std::string& folder, const std::string& name);
     void deleteFile(const std::string& file, const std::string& name);
+    std::string text(const std::string& german, const std::string& english) const;
 
     ChooserSite& m_site;
 };

@@ -1,8 +1,8 @@
 #include "filechooser/ChooserSidebar.h"
 
 #include "controls/ctl_Steps.h"
-#include "core/hLangText.h"
 #include "filechooser/ChooserFavorites.h"
+#include "filechooser/ChooserLanguage.h"
 #include "filechooser/LocationModel.h"
 #include "forms/Resume.h"
 #include "host/mdl_CoreDevWrapper.h"
@@ -33,35 +33,46 @@ void AddRemovableDrives(ctl_Steps& strip)
 
 // The tool tips stand in German in both languages, as the product has them.
 void BuildSidebar(ctl_Steps& strip, const LocationModel& places, const ChooserFavorites& favourites,
-                  const std::vector<CategoryRow>& ownCategories)
+                  const std::vector<CategoryRow>& ownCategories, SidebarKind kind)
 {
+    const bool folderChooser = kind == SidebarKind::FolderChooser;
+    const auto text = [folderChooser](const std::string& german, const std::string& english) {
+        return ChooserText(folderChooser, german, english);
+    };
     Resume([&] { strip.Clear(); });
-    AddCategory(strip, "&Desktop", "Ico\\20\\Computer\\Folders\\Desktop.ico", {}, "DESKTOP:\\");
-    AddRemovableDrives(strip);
     bool anyFavourite = false;
     Resume([&] { anyFavourite = favourites.Total() > 0; });
-    if (anyFavourite)
-        AddCategory(strip, hLangText("&Favoriten", "&Favorites"),
-                    "Ico\\20\\Computer\\Signs\\Favorite.ico", {}, "FAVORITES:\\");
+    const auto addFavourites = [&] {
+        if (anyFavourite)
+            AddCategory(strip, text("&Favoriten", "&Favorites"),
+                        "Ico\\20\\Computer\\Signs\\Favorite.ico", {}, "FAVORITES:\\");
+    };
+    if (folderChooser)
+        addFavourites();
+    AddCategory(strip, "&Desktop", "Ico\\20\\Computer\\Folders\\Desktop.ico", {}, "DESKTOP:\\");
+    if (!folderChooser) {
+        AddRemovableDrives(strip);
+        addFavourites();
+    }
     if (ownCategories.empty()) {
-        AddCategory(strip, hLangText("&Vorgabe", "&Default"), "Ico\\20\\Computer\\Folders\\ok.ico",
+        AddCategory(strip, text("&Vorgabe", "&Default"), "Ico\\20\\Computer\\Folders\\ok.ico",
                     "Zum vom Programm vorgeschlagenen Speicherort wechseln", "DEFAULT:\\");
     }
     for (const CategoryRow& own : ownCategories)
         AddCategory(strip, own.Caption, own.IconPath, own.ToolTip, own.Location);
-    AddCategory(strip, hLangText("&Eigene Dateien", "&My files"),
-                "Ico\\20\\Computer\\Folders\\user.ico", "Eigene Dateien anzeigen", "USER:\\");
+    AddCategory(strip, text("&Eigene Dateien", "&My files"), "Ico\\20\\Computer\\Folders\\user.ico",
+                "Eigene Dateien anzeigen", "USER:\\");
     if (!places.SharedPath.empty())
-        AddCategory(strip, hLangText("&Gemeinsam", "&Shared files"),
+        AddCategory(strip, text("&Gemeinsam", "&Shared files"),
                     "Ico\\20\\Computer\\Folders\\users.ico",
                     "Gemeinsam verwendete Dateien und Ordner", "SHARED:\\");
     if (!places.SamplesPath.empty())
-        AddCategory(strip, hLangText("&Beispiele", "&Examples"),
-                    "Ico\\20\\Computer\\Folders\\save.ico", {}, "SAMPLES:\\");
-    AddCategory(strip, hLangText("&Arbeitsplatz", "&Workstation"),
+        AddCategory(strip, text("&Beispiele", "&Examples"), "Ico\\20\\Computer\\Folders\\save.ico",
+                    {}, "SAMPLES:\\");
+    AddCategory(strip, text("&Arbeitsplatz", "&Workstation"),
                 "Ico\\20\\Computer\\Hardware\\Workstation.ico", {}, "WORKSTATION:\\");
-    AddCategory(strip, hLangText("&Netzwerk", "&Network"),
-                "Ico\\20\\Computer\\Hardware\\Nethood.ico", {}, "NETHOOD:\\");
+    AddCategory(strip, text("&Netzwerk", "&Network"), "Ico\\20\\Computer\\Hardware\\Nethood.ico",
+                {}, "NETHOOD:\\");
     Resume([&] { strip.Redraw(); });
 }
 

@@ -13,7 +13,12 @@ class ChooserFavorites;
 class LocationModel;
 class ctl_Steps;
 
+/// The folder chooser's strip begins with the favourites, has no removable
+/// drives and speaks German only.
+enum class SidebarKind { FileChooser, FolderChooser };
+
 void BuildSidebar(ctl_Steps& strip, const LocationModel& places, const ChooserFavorites& favourites,
-                  const std::vector<CategoryRow>& ownCategories);
+                  const std::vector<CategoryRow>& ownCategories,
+                  SidebarKind kind = SidebarKind::FileChooser);
 
 } // namespace fw

@@ -29,6 +29,8 @@ class ChooserSite {
     virtual void BuildSidebar() = 0;
     /// What a double click on the selected row does.
     virtual void OpenSelected() = 0;
+    /// Whether the commands speak German whatever the host's language.
+    virtual bool GermanOnly() const { return false; }
 };
 
 } // namespace fw

@@ -26,9 +26,9 @@ struct FileDialogSizes {
     int nameBoxLeft = 0;  ///< where the name box and the filter combo begin in their frame
     int buttonsWidth = 0; ///< the row of four buttons in the folder frame
     int searchLabelWidth = 0;
-    int placeComboLeft = 0;   ///< inside the folder frame
-    int listTop = 0;     ///< the file list's top inside the folder frame
-    int countHeight = 0; ///< the count line under the list
+    int placeComboLeft = 0; ///< inside the folder frame
+    int listTop = 0;        ///< the file list's top inside the folder frame
+    int countHeight = 0;    ///< the count line under the list
 };
 
 struct Box {

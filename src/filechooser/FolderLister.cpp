@@ -3,6 +3,7 @@
 #include "controls/ctl_Label.h"
 #include "core/hLangText.h"
 #include "filechooser/ChooserFavorites.h"
+#include "filechooser/ChooserLanguage.h"
 #include "filechooser/FolderListerParts.h"
 #include "filechooser/LocationModel.h"
 #include "forms/ImageCombo.h"
@@ -199,9 +200,10 @@ ListItem& AddPlaceRow(ListView& files, const std::string& key, const std::string
     return files.ListItems().Add(Q(key), Q(text), Q(image), Q(image));
 }
 
-void SetCount(ctl_Label& label, const std::string& text)
+void SetCount(ctl_Label* label, const std::string& text)
 {
-    label.SetCaption(Q(text));
+    if (label)
+        label->SetCaption(Q(text));
 }
 
 std::uint32_t SharedMaskColour()
@@ -216,6 +218,11 @@ std::uint32_t SharedMaskColour()
 FolderLister::FolderLister(LocationModel& places, ChooserFavorites& favourites, Controls controls)
     : m_places(places), m_favourites(favourites), m_controls(controls)
 {
+}
+
+std::string FolderLister::Text(const std::string& german, const std::string& english) const
+{
+    return ChooserText(GermanOnly, german, english);
 }
 
 void FolderLister::Update()
@@ -270,7 +277,7 @@ void Listing::Drives()
     for (char letter = 'A'; letter <= 'Z'; ++letter) {
         const std::string drive = std::string(1, letter) + ":";
         DriveClass kind;
-        Resume([&] { kind = ClassOfDrive(drive, false); });
+        Resume([&] { kind = ClassOfDrive(drive, false, m_lister.GermanOnly); });
         if (kind.imageKey.empty())
             continue;
         const std::string text = kind.name + " (" + drive + ")";
@@ -282,7 +289,7 @@ void Listing::Drives()
         });
     }
     SetCount(m_c.fileCount,
-             Count(rows) + hLangText(" Objekte im Arbeitsplatz", " Objects in my computer"));
+             Count(rows) + m_lister.Text(" Objekte im Arbeitsplatz", " Objects in my computer"));
 }
 
 void Listing::Favourites()
@@ -302,7 +309,7 @@ void Listing::Favourites()
             });
         }
     }
-    SetCount(m_c.fileCount, Count(rows) + hLangText(" favorisierte Ordner", " favorites"));
+    SetCount(m_c.fileCount, Count(rows) + m_lister.Text(" favorisierte Ordner", " favorites"));
 }
 
 void Listing::DesktopRoot()
@@ -312,15 +319,15 @@ void Listing::DesktopRoot()
                            const std::string& image) {
         Resume([&] { AddPlaceRow(m_c.files, place, text, image).SetTag(Q(place)); });
     };
-    fixed("USER:\\", hLangText("Eigene Dateien", "My files"), "USER");
+    fixed("USER:\\", m_lister.Text("Eigene Dateien", "My files"), "USER");
     if (!m_places.SharedPath.empty())
-        fixed("SHARED:\\", hLangText("Gemeinsame Dateien", "Shared files"), "USERS");
+        fixed("SHARED:\\", m_lister.Text("Gemeinsame Dateien", "Shared files"), "USERS");
     if (!m_places.SamplesPath.empty())
-        fixed("SAMPLES:\\", hLangText("Beispiele", "Examples"), "SAMPLES");
-    fixed(kWorkstation, hLangText("Arbeitsplatz", "Workstation"), "WORKSTATION");
+        fixed("SAMPLES:\\", m_lister.Text("Beispiele", "Examples"), "SAMPLES");
+    fixed(kWorkstation, m_lister.Text("Arbeitsplatz", "Workstation"), "WORKSTATION");
     // "Netzwerkumgebung" here and "Netzwerk" in the place combo, as the
     // product has them.
-    fixed(kNethood, hLangText("Netzwerkumgebung", "Network"), "NETHOOD");
+    fixed(kNethood, m_lister.Text("Netzwerkumgebung", "Network"), "NETHOOD");
     std::string desktop;
     Resume([&] {
         desktop =
@@ -352,10 +359,11 @@ bool Listing::RealFolder(const std::string& base)
     if (!reason.empty()) {
         Screen::SetMousePointer(Screen::Default);
         Resume([&] {
-            GetCoreDevMessages().ShowError(hLangText("Das ausgewählte Laufwerk ist nicht bereit: ",
-                                                     "The selected drive is not ready: ") +
-                                               reason,
-                                           {});
+            GetCoreDevMessages().ShowError(
+                m_lister.Text("Das ausgewählte Laufwerk ist nicht bereit: ",
+                              "The selected drive is not ready: ") +
+                    reason,
+                {});
         });
         return false;
     }
@@ -368,10 +376,11 @@ bool Listing::RealFolder(const std::string& base)
     for (const FileEntry& entry : matched)
         matchedFiles += entry.IsFolder ? 0 : 1;
     FolderRows(base, everything);
-    if (!m_lister.FoldersOnly)
-        FileRows(base, matched);
-    WriteFolderCount(m_lister.FoldersOnly ? 0 : matchedFiles, folders,
-                     m_lister.FoldersOnly ? 0 : allFiles);
+    // The folder chooser counts nothing: it has no count line.
+    if (m_lister.FoldersOnly)
+        return true;
+    FileRows(base, matched);
+    WriteFolderCount(matchedFiles, folders, allFiles);
     return true;
 }
 
@@ -380,7 +389,7 @@ void Listing::FolderRows(const std::string& base, const std::vector<FileEntry>& 
     const QString qbase = Q(base);
     const QString upperBase = qbase.toUpper();
     const QString dash = QStringLiteral("-");
-    const QString folderType = Q(hLangText("Ordner", "Folder"));
+    const QString folderType = Q(m_lister.Text("Ordner", "Folder"));
     const QString closed = QStringLiteral("CLOSED");
     ListItems& rows = m_c.files.ListItems();
     for (const FileEntry& entry : entries) {
@@ -390,7 +399,8 @@ void Listing::FolderRows(const std::string& base, const std::vector<FileEntry>& 
         const QString path = qbase + name + QLatin1Char('\\');
         Resume([&] {
             ListItem& row = rows.Add(InCapitals(name, upperBase, u"\\"), name, closed, closed);
-            row.SetSubItem(4, QStringLiteral("A:") + path);
+            // Only folders listed: they sort by name alone.
+            row.SetSubItem(4, QStringLiteral("A:") + (m_lister.FoldersOnly ? name : path));
             row.SetSubItem(1, dash);
             row.SetSubItem(2, folderType);
             row.SetSubItem(3, dash);
@@ -424,23 +434,24 @@ void Listing::FileRows(const std::string& base, const std::vector<FileEntry>& ma
 
 void Listing::WriteFolderCount(int files, int folders, int allFiles)
 {
-    const std::string plural = files == 1 ? "" : hLangText("en", "s");
+    const std::string plural = files == 1 ? "" : m_lister.Text("en", "s");
     std::string line;
     if (files > 0 && folders > 0)
-        line = hLangText(Count(files) + " Datei" + plural + " und " + Count(folders) + " Ordner",
-                         Count(files) + " file" + plural + " and " + Count(folders) + " folders");
+        line =
+            m_lister.Text(Count(files) + " Datei" + plural + " und " + Count(folders) + " Ordner",
+                          Count(files) + " file" + plural + " and " + Count(folders) + " folders");
     else if (folders > 0)
-        line = Count(folders) + hLangText(" Ordner", " folders");
+        line = Count(folders) + m_lister.Text(" Ordner", " folders");
     else if (files > 0)
-        line = Count(files) + hLangText(" Datei", " file") + plural;
+        line = Count(files) + m_lister.Text(" Datei", " file") + plural;
     // An empty folder leaves the line as it was.
     if (!line.empty())
         SetCount(m_c.fileCount, line);
-    if (files < allFiles) {
+    if (files < allFiles && m_c.fileCount) {
         const QString link = QStringLiteral(", <A HREF='SHOWALL'>") + Q(Count(allFiles - files)) +
-                             Q(hLangText(" ausgeblendete Dateien", " hidden files")) +
+                             Q(m_lister.Text(" ausgeblendete Dateien", " hidden files")) +
                              QStringLiteral("</A>");
-        m_c.fileCount.SetCaption(m_c.fileCount.Caption() + link);
+        m_c.fileCount->SetCaption(m_c.fileCount->Caption() + link);
     }
 }
 

@@ -25,7 +25,7 @@ class FolderLister {
         Form& form;
         ListView& files;      ///< five columns, added by the lister on first use
         ImageCombo& folders;  ///< the place combo
-        ctl_Label& fileCount; ///< the count line (with the "SHOWALL" link)
+        ctl_Label* fileCount; ///< the count line (with the "SHOWALL" link); may be null
         ctl_Label* fileInfo;  ///< emptied by each listing; may be null
         Timer* iconLoad;      ///< switched on by each listing; may be null
     };
@@ -34,8 +34,12 @@ class FolderLister {
 
     /// The active pattern(s), "*.*" by default; several separated by ";".
     std::string Filter = "*.*";
-    /// Only folders are listed (the folder chooser).
+    /// Only folders are listed, each sorted by its name (the folder chooser).
     bool FoldersOnly = false;
+    /// Every text in German, whatever the host's language (the folder chooser).
+    bool GermanOnly = false;
+    /// A text in the lister's language.
+    std::string Text(const std::string& german, const std::string& english) const;
 
     /// Refills for places.CurrentPath. A folder that cannot be read is told
     /// with the system's reason and then NotReady runs (the chooser goes to
@@ -66,6 +70,6 @@ struct DriveClass {
     std::string name;
 };
 /// forTree picks the place combo's spelling of the removable fallback.
-DriveClass ClassOfDrive(const std::string& drive, bool forTree);
+DriveClass ClassOfDrive(const std::string& drive, bool forTree, bool germanOnly = false);
 
 } // namespace fw

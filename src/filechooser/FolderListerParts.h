@@ -61,7 +61,8 @@ std::uint32_t SharedMaskColour();
 /// A row of a place (drive, domain, share...): both pictures the same.
 ListItem& AddPlaceRow(ListView& files, const std::string& key, const std::string& text,
                       const std::string& image);
-void SetCount(ctl_Label& label, const std::string& text);
+/// Writes the count line if the chooser has one.
+void SetCount(ctl_Label* label, const std::string& text);
 inline std::string Count(int n)
 {
     return std::to_string(n);

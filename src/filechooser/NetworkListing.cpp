@@ -1,6 +1,5 @@
 // The network places of a listing: domains, hosts and shares as the host's
 // network service lists them, and the place combo's items of UNC paths.
-#include "core/hLangText.h"
 #include "filechooser/FolderListerParts.h"
 #include "filechooser/LocationModel.h"
 #include "forms/ImageCombo.h"
@@ -103,7 +102,7 @@ void Listing::Domains(NetworkService* network)
     for (const std::string& name : domains.items())
         Resume([&] { AddPlaceRow(m_c.files, kNethood + name + "\\", name, "NETHOOD"); });
     SetCount(m_c.fileCount,
-             Count(domains.Count()) + hLangText(" Domäne/n gefunden", " domain/s found"));
+             Count(domains.Count()) + m_lister.Text(" Domäne/n gefunden", " domain/s found"));
 }
 
 void Listing::Hosts(NetworkService* network, const std::string& domain)
@@ -121,7 +120,7 @@ void Listing::Hosts(NetworkService* network, const std::string& domain)
             AddPlaceRow(m_c.files, kNethood + domain + "\\" + host + "\\", host, "WORKSTATION");
         });
     SetCount(m_c.fileCount, Count(hosts.Count()) +
-                                hLangText(" Rechner in der Domäne ", " PCs in the domain ") +
+                                m_lister.Text(" Rechner in der Domäne ", " PCs in the domain ") +
                                 domain);
 }
 
@@ -156,12 +155,12 @@ void Listing::Shares(NetworkService* network, const std::string& domain, const s
     }
     // "worksation" is the product's own spelling of the line.
     const std::string line =
-        hidden == 0
-            ? Count(rows) + hLangText(" Freigaben auf Rechner ", " Shares on worksation ") + host
-            : hLangText(Count(rows) + " Freigaben (davon " + Count(hidden) +
-                            " versteckte Freigaben) auf Rechner " + host,
-                        Count(rows) + " Shares (" + Count(hidden) +
-                            " hidden ones) on workstation " + host);
+        hidden == 0 ? Count(rows) +
+                          m_lister.Text(" Freigaben auf Rechner ", " Shares on worksation ") + host
+                    : m_lister.Text(Count(rows) + " Freigaben (davon " + Count(hidden) +
+                                        " versteckte Freigaben) auf Rechner " + host,
+                                    Count(rows) + " Shares (" + Count(hidden) +
+                                        " hidden ones) on workstation " + host);
     SetCount(m_c.fileCount, line);
 }
 

@@ -1,6 +1,6 @@
 // The place combo's fixed part and the classes of drives.
-#include "core/hLangText.h"
 #include "filechooser/ChooserFavorites.h"
+#include "filechooser/ChooserLanguage.h"
 #include "filechooser/FolderLister.h"
 #include "filechooser/FolderListerParts.h"
 #include "filechooser/LocationModel.h"
@@ -67,25 +67,27 @@ bool EqualNoCase(const std::string& a, const std::string& b)
 
 } // namespace
 
-DriveClass ClassOfDrive(const std::string& drive, bool forTree)
+DriveClass ClassOfDrive(const std::string& drive, bool forTree, bool germanOnly)
 {
+    const auto text = [germanOnly](const std::string& german, const std::string& english) {
+        return ChooserText(germanOnly, german, english);
+    };
     int type = 0;
     Resume([&] { type = GetCoreDevFiles().DriveType(drive); });
     switch (type) {
     case 2:
         // The two spellings are the product's own, one for each place.
         return {"DRIVE.REMOVABLE",
-                hLangText("Wechseldatenträger", forTree ? "Removeable drive" : "Removable drive")};
+                text("Wechseldatenträger", forTree ? "Removeable drive" : "Removable drive")};
     case 3:
-        return {"DRIVE.HDD", OrFallback(VolumeName(drive), hLangText("Festplatte", "Harddisk"))};
+        return {"DRIVE.HDD", OrFallback(VolumeName(drive), text("Festplatte", "Harddisk"))};
     case 4:
         return {"DRIVE.NET",
-                OrFallback(ShareName(drive), hLangText("Netzwerklaufwerk", "Network drive"))};
+                OrFallback(ShareName(drive), text("Netzwerklaufwerk", "Network drive"))};
     case 5:
         return {"DRIVE.CD", OrFallback(VolumeName(drive), "CD")};
     case 6:
-        return {"DRIVE.RAM",
-                OrFallback(VolumeName(drive), hLangText("Speicherlaufwerk", "RAM drive"))};
+        return {"DRIVE.RAM", OrFallback(VolumeName(drive), text("Speicherlaufwerk", "RAM drive"))};
     default:
         return {};
     }
@@ -101,7 +103,7 @@ void FolderLister::BuildPlaceTree()
     int favourites = 0;
     Resume([&] { favourites = m_favourites.Total(); });
     if (favourites > 0) {
-        add(kFavorites, hLangText("Favoriten", "Favorites"), "FAVORITES", 0);
+        add(kFavorites, Text("Favoriten", "Favorites"), "FAVORITES", 0);
         for (const auto& list : {m_favourites.App, m_favourites.User}) {
             for (int i = 1; list && i <= list->Count(); ++i) {
                 Resume([&] {
@@ -113,17 +115,17 @@ void FolderLister::BuildPlaceTree()
         }
     }
     add(kDesktop, "Desktop", "DESKTOP", 0);
-    add("USER:\\", hLangText("Eigene Dateien", "My files"), "USER", 1);
+    add("USER:\\", Text("Eigene Dateien", "My files"), "USER", 1);
     if (!m_places.SharedPath.empty())
-        add("SHARED:\\", hLangText("Gemeinsame Dateien", "Shared files"), "USERS", 1);
+        add("SHARED:\\", Text("Gemeinsame Dateien", "Shared files"), "USERS", 1);
     if (!m_places.SamplesPath.empty())
-        add("SAMPLES:\\", hLangText("Beispiele", "Examples"), "SAMPLES", 1);
-    add(kWorkstation, hLangText("Arbeitsplatz", "Workstation"), "WORKSTATION", 1);
+        add("SAMPLES:\\", Text("Beispiele", "Examples"), "SAMPLES", 1);
+    add(kWorkstation, Text("Arbeitsplatz", "Workstation"), "WORKSTATION", 1);
 
     const std::vector<std::string> parts = Components(m_places.CurrentPath);
     for (char letter = 'A'; letter <= 'Z'; ++letter) {
         const std::string drive = std::string(1, letter) + ":";
-        const DriveClass kind = ClassOfDrive(drive, true);
+        const DriveClass kind = ClassOfDrive(drive, true, GermanOnly);
         if (kind.imageKey.empty())
             continue;
         add(drive + "\\", kind.name + " (" + drive + ")", kind.imageKey, 2);
@@ -139,7 +141,7 @@ void FolderLister::BuildPlaceTree()
             add(Upper(soFar), parts[i], i == last ? "OPEN" : "CLOSED", int(i) + 2);
         }
     }
-    add(kNethood, hLangText("Netzwerk", "Network"), "NETHOOD", 1);
+    add(kNethood, Text("Netzwerk", "Network"), "NETHOOD", 1);
     // A place without an item (a share, a pseudo place) keeps the selection.
     Resume([&] {
         if (ComboItem* current = items.Find(Q(Upper(m_places.CurrentPath))))

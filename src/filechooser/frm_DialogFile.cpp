@@ -12,6 +12,7 @@
 #include "core/FormTranslation.h"
 #include "core/TouchInput.h"
 #include "core/hLangText.h"
+#include "filechooser/ChooserForms.h"
 #include "filechooser/ChooserSidebar.h"
 #include "filechooser/FileDialogLayout.h"
 #include "filechooser/FolderLister.h"
@@ -41,9 +42,6 @@ constexpr int kToolButton = 36; // room for a 20 pixel icon in the button face
 constexpr int kSearchLabelWidth = 64;
 constexpr int kCountHeight = 18;
 constexpr int kGap = 5;
-
-const char* const kViewKey = "Software\\Valdrenix\\Core\\Settings\\FolderView";
-const char* const kDesktop = "DESKTOP:\\";
 
 // How the host's option records write false.
 bool isFalse(const std::string& value)
@@ -116,7 +114,7 @@ void frm_DialogFile::buildControls()
 
     m_lister = std::make_unique<FolderLister>(m_places, m_favourites,
                                               FolderLister::Controls{*this, *lst_Files, *lst_Folder,
-                                                                     *lab_FileCount, lab_FileInfo,
+                                                                     lab_FileCount, lab_FileInfo,
                                                                      tmr_IconLoad});
 }
 
@@ -219,7 +217,7 @@ void frm_DialogFile::wireEvents()
     };
     lst_Folder->Click = [this] {
         if (ComboItem* item = lst_Folder->SelectedItem())
-            hGotoFolder(placeOfComboKey(item->Key()), false, {});
+            hGotoFolder(PlaceOfComboKey(item->Key(), m_places.CurrentPath), false, {});
     };
     const auto upOnBackspace = [this](int& keyCode, int) {
         if (keyCode == 8)
@@ -241,13 +239,15 @@ void frm_DialogFile::wireEvents()
     };
     lst_Files->DblClick = [this] { lst_Files_DblClick(); };
     lst_Files->MouseDown = [this](int button, int, float x, float y) {
-        lst_Files_MouseDown(button, x, y);
+        ChooserRowMouse::Down(*lst_Files, m_commands, button, x, y);
     };
-    lst_Files->MouseMove = [this](int, int, float x, float y) { lst_Files_MouseMove(x, y); };
+    lst_Files->MouseMove = [this](int, int, float x, float y) {
+        m_rowMouse.Move(*lst_Files, x, y);
+    };
 
     but_FolderUp->Click = [this] { goUp(); };
     but_FavoriteAdd->Click = [this] { m_commands.AddFavorite(); };
-    but_View->Click = [this] { hViewMenu(); };
+    but_View->Click = [this] { ChooseChooserView(*lst_Files, false); };
     but_Tool->Click = [this] { m_commands.ToolsMenu(false); };
 
     lst_Filter->Click = [this] { lst_Filter_Click(); };
@@ -286,10 +286,8 @@ void frm_DialogFile::Form_Load()
     Resume([&] {
         lst_Files->SetMouseIcon(ToImage(GetCoreDevPictures().LoadPicture("Cur\\Hand Up.ico")));
     });
-    int view = 2;
-    Resume([&] { view = GetCoreDevRegistry().Strings().ReadNumber(HiveCurrentUser, kViewKey, 2); });
     // Unchecked on purpose: the list shows values beyond 3 as the list view.
-    lst_Files->SetView(view);
+    lst_Files->SetView(SavedChooserView());
 
     m_loading = true;
     const int minWidth = MinimumFileDialogWidth(hasPreview());
@@ -318,12 +316,7 @@ void frm_DialogFile::Form_Load()
         FillSharedImages(std::uint32_t(back.blue()) << 16 | std::uint32_t(back.green()) << 8 |
                          std::uint32_t(back.red()));
     });
-    Resume([&] {
-        const std::string desktop = GetCoreDevSystem().Folders().DesktopFolder();
-        if (upperTrimmed(m_places.CurrentPath) == upperTrimmed(desktop) ||
-            upperTrimmed(m_places.CurrentPath) == upperTrimmed(desktop + "\\"))
-            m_places.CurrentPath = kDesktop;
-    });
+    m_places.CurrentPath = DesktopAsPlace(m_places.CurrentPath);
     hGotoFolder(m_places.CurrentPath, false, {});
     StringList& items = ctx.Items.ItemList;
     if (items.Count() >= 2 && hHasWildcards(items.Item(1)))
@@ -340,14 +333,7 @@ void frm_DialogFile::applyMode()
         open ? hLangText("Datei öffnen", "Open file") : hLangText("Datei speichern", "Save file");
     const std::string sign = open ? "Load.ico" : "Save.ico";
     SetCaption(qs(caption));
-    Resume([&] {
-        // The host may give its own form icon for the default one.
-        const std::string formIcon = "Ico\\16\\Computer\\Signs\\" + sign;
-        const PicturePtr picture = request.IconFor ? request.IconFor(formIcon)
-                                                   : GetCoreDevPictures().LoadPicture(formIcon);
-        if (picture)
-            SetIcon(ToImage(picture));
-    });
+    SetChooserIcon(*this, request, "Ico\\16\\Computer\\Signs\\" + sign);
     bar_Header->SetIconPath(qs("Ico\\32\\Computer\\Signs\\" + sign));
     bar_Header->SetCaption(qs(request.Title.empty() ? caption : request.Title));
 }
@@ -392,17 +378,7 @@ void frm_DialogFile::chooseStartFolder()
             break;
         }
     }
-    if (paths)
-        Resume([&] { m_places.CurrentDrive = paths->DrivePart(m_places.CurrentPath); });
-    m_places.DefaultPath = m_places.CurrentPath;
-    Resume([&] {
-        ApplicationFolders& app = GetCoreDevApp().Folders();
-        m_places.SharedPath = app.SharedFolder();
-        m_places.UserPath = app.UserFolder();
-        m_places.SamplesPath = app.SamplesFolder();
-    });
-    if (m_places.UserPath.empty())
-        Resume([&] { m_places.UserPath = GetCoreDevSystem().Folders().DocumentsFolder(); });
+    TakeApplicationFolders(m_places);
 }
 
 void frm_DialogFile::proposeName()
@@ -484,7 +460,7 @@ void frm_DialogFile::Form_Resize()
         lst_Folder->SetWidth(p.placeComboWidth);
         place(*lst_Files, p.list);
         place(*lab_FileCount, p.countLine);
-        hFitColumns();
+        FitChooserColumns(*lst_Files);
     });
 }
 
@@ -538,82 +514,6 @@ void frm_DialogFile::goUp()
 {
     if (!m_places.UpPath.empty())
         hGotoFolder(m_places.UpPath, false, {});
-}
-
-// The combo's folder items are keyed in capitals; each is an ancestor of the
-// current folder, whose own spelling a case-sensitive file system needs.
-std::string frm_DialogFile::placeOfComboKey(const QString& key) const
-{
-    const QString current = qs(m_places.CurrentPath);
-    const QStringList keyParts = key.split(u'\\');
-    const QStringList currentParts = current.split(u'\\');
-    if (keyParts.size() > currentParts.size())
-        return us(key);
-    for (int i = 0; i < keyParts.size(); ++i)
-        if (!keyParts[i].isEmpty() &&
-            keyParts[i].compare(currentParts[i].toUpper(), Qt::CaseSensitive) != 0)
-            return us(key);
-    return us(QStringList(currentParts.mid(0, keyParts.size() - 1)).join(u'\\') + u'\\');
-}
-
-void frm_DialogFile::hViewMenu()
-{
-    struct ViewRow {
-        const char* german;
-        const char* english;
-        const char* key;
-    };
-    static const ViewRow rows[] = {{"Große Symbole", "Large symbols", "VIEW.LARGE"},
-                                   {"Kleine Symbole", "Small symbols", "VIEW.SMALL"},
-                                   {"Liste", "List view", "VIEW.LIST"},
-                                   {"Details", "Details", "VIEW.DETAILS"}};
-    std::string chosen;
-    Resume([&] {
-        auto menu = GetCoreDevMenus().NewPopupMenu();
-        std::vector<MenuEntry> entries;
-        for (const ViewRow& row : rows)
-            entries.push_back(
-                {hLangText(row.german, row.english) + "|" + row.key + "|-1|-1|0|", nullptr});
-        menu->AddRows(entries);
-        chosen = menu->Popup();
-    });
-    for (int view = 0; view < 4; ++view)
-        if (chosen == rows[view].key)
-            lst_Files->SetView(view);
-    Resume([&] {
-        GetCoreDevRegistry().Writer().WriteNumber(HiveCurrentUser, kViewKey, lst_Files->View());
-    });
-    hFitColumns();
-}
-
-void frm_DialogFile::hFitColumns()
-{
-    if (lst_Files->View() != lvwReport)
-        return;
-    Resume([&] { GetCoreDevControls().ListViews().SetColumnWidths(*lst_Files, "40,20,20,20,0"); });
-}
-
-void frm_DialogFile::lst_Files_MouseDown(int button, float x, float y)
-{
-    if (button != 2)
-        return;
-    ListItem* row = lst_Files->HitTest(x, y);
-    lst_Files->SetSelectedItem(row);
-    m_commands.ToolsMenu(row != nullptr);
-}
-
-void frm_DialogFile::lst_Files_MouseMove(float x, float y)
-{
-    const int wanted = lst_Files->HitTest(x, y) ? Screen::Custom : Screen::Default;
-    if (wanted == m_mousePointer)
-        return;
-    m_mousePointer = wanted;
-    lst_Files->SetMousePointer(wanted);
-}
-
-std::string frm_DialogFile::upperTrimmed(const std::string& text)
-{
-    return us(qs(text).trimmed().toUpper());
 }
 
 } // namespace fw

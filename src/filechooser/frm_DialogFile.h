@@ -8,6 +8,7 @@
 #include "core/HasContext.h"
 #include "filechooser/ChooserCommands.h"
 #include "filechooser/ChooserFavorites.h"
+#include "filechooser/ChooserForms.h"
 #include "filechooser/ChooserSite.h"
 #include "filechooser/LocationModel.h"
 #include "forms/Form.h"
@@ -94,8 +95,6 @@ class frm_DialogFile : public Form, public HasContext, public ChooserSite {
     void Form_QueryUnload(bool& cancel, int unloadMode) override;
 
   private:
-    /// Location texts compared as the dialogs compare places: trimmed, in capitals.
-    static std::string upperTrimmed(const std::string& text);
     // Set-up (frm_DialogFile.cpp).
     void buildControls();
     void buildFolderFrame();
@@ -112,11 +111,6 @@ class frm_DialogFile : public Form, public HasContext, public ChooserSite {
     void hGotoFolder(const std::string& path, bool fromCategory, const std::string& fileName);
     void hUpdateFolder(bool keepSearch);
     void goUp();
-    std::string placeOfComboKey(const QString& key) const;
-    void hViewMenu();
-    void hFitColumns();
-    void lst_Files_MouseDown(int button, float x, float y);
-    void lst_Files_MouseMove(float x, float y);
 
     // Commands and the OK logic (frm_DialogFileCommands.cpp).
     void runScript(const QString& script);
@@ -142,7 +136,7 @@ class frm_DialogFile : public Form, public HasContext, public ChooserSite {
     bool m_loading = false;
     bool m_listHasFocus = false;
     bool m_searchGuard = false;
-    int m_mousePointer = 0;
+    ChooserRowMouse m_rowMouse;
     QString m_lastSearchText;
     TranslationTable m_translations;
 };

@@ -1,6 +1,7 @@
 // The file chooser's commands: the scripts of the command bar and the count
 // line, the deferred help and preview events, a click and a double click on a
 // row, and what OK makes of the name box.
+#include "filechooser/ChooserForms.h"
 #include "filechooser/FolderLister.h"
 #include "filechooser/frm_DialogFile.h"
 
@@ -213,7 +214,7 @@ void frm_DialogFile::acceptName(const std::string& name)
     ctx.Request.Result = ResultOk;
 
     std::string folder = m_places.CurrentPath;
-    const std::string place = upperTrimmed(folder);
+    const std::string place = UpperTrimmed(folder);
     if (place == "DESKTOP:\\")
         Resume([&] {
             folder =

@@ -1,6 +1,9 @@
-// The file chooser through the `formwerk` command: Linux paths in, the chosen
-// path out, byte for byte, also for names that are not UTF-8.
+// The file and folder choosers through the `formwerk` command: Linux paths
+// and smb:// URLs in, the chosen path out, byte for byte, also for names that
+// are not UTF-8.
 #include "CliRun.h"
+#include "cli/ChooserPaths.h"
+#include "testing/TestHost.h"
 
 #include <QDir>
 #include <QFile>
@@ -112,6 +115,88 @@ TEST_F(FileChooserCli, ANameThatIsNotUtf8ComesBackByteForByte)
                       R"({"Request":{"Mode":1},"Items":{"ItemList":[")" + escaped + R"("]}})");
     EXPECT_EQ(request.out.toUtf8(), "{\"File\":\"" + escaped + "\",\"Result\":1}\n")
         << request.err.toStdString();
+}
+
+TEST_F(FileChooserCli, TheFolderChooserPrintsTheFolderShown)
+{
+    // A desktop of its own, so that the run does not depend on the machine's.
+    QDir(dir.path()).mkpath("home/Desktop");
+    QProcessEnvironment env = fw::testing::quietEnvironment();
+    env.insert("QT_QPA_PLATFORM", "offscreen");
+    env.insert("HOME", path("home"));
+    env.insert("XDG_CONFIG_HOME", path("home/.config"));
+    const QString desktop = path("home/Desktop/");
+    const struct Row {
+        const char* name;
+        QStringList args;
+        const char* keys;
+        QString out;
+    } rows[] = {
+        {"OK on the start folder",
+         {"frm_DialogFolder", "--folder", path("only")},
+         "Tab Return",
+         R"({"Folder":")" + path("only/") + R"(","Result":1})"},
+        {"Return in the list enters the folder, the alias answers alike",
+         {"frm_DialogPath", "--folder", path("sub/..")},
+         "Down Return Tab Return",
+         R"({"Folder":")" + path("only/") + R"(","Result":1})"},
+        {"plain prints the path alone",
+         {"frm_DialogFolder", "--folder", path("only"), "--plain"},
+         "Tab Return",
+         path("only/")},
+        {"the desktop comes back as its folder and its place",
+         {"frm_DialogFolder", "--folder", desktop},
+         "Tab Return",
+         R"({"Folder":")" + desktop + R"(","Location":"DESKTOP:\\","Result":1})"},
+        {"Escape answers Cancel",
+         {"frm_DialogFolder", "--folder", path("only")},
+         "Escape",
+         R"({"Result":2})"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        env.insert("FORMWERK_SCRIPT_KEYS", row.keys);
+        const Ran f = fw::testing::startProgram(row.args, env);
+        EXPECT_EQ(f.out.trimmed().toStdString(), row.out.toStdString()) << f.err.toStdString();
+        EXPECT_EQ(f.code, row.out.contains("Result\":2") ? 2 : 1);
+    }
+}
+
+TEST(ChooserPaths, SharesTravelAsSmbUrlsAndPlacesAsTheirFolders)
+{
+    fw::testing::ScopedTestHost host;
+    host->folders.desktop = "C:\\home\\anna\\Desktop";
+    const struct Row {
+        const char* argument;
+        bool folder;
+        std::string location;
+    } in[] = {
+        {"smb://nas:4455/daten/Bilder", true, "\\\\nas:4455\\daten\\Bilder\\"},
+        {"SMB://nas/daten/a%20b.txt", false, "\\\\nas\\daten\\a b.txt"},
+        {"/home/anna/x/../Bilder", true, "C:\\home\\anna\\Bilder\\"},
+        {"", true, ""},
+    };
+    for (const Row& row : in)
+        EXPECT_EQ(fw::cli::ArgumentToLocation(row.argument, row.folder), row.location)
+            << row.argument;
+
+    const struct Out {
+        std::string location;
+        QJsonObject answer;
+    } out[] = {
+        {"\\\\nas\\daten\\Bilder\\",
+         {{"Folder", "smb://nas/daten/Bilder/"}, {"Location", "\\\\nas\\daten\\Bilder\\"}}},
+        {"C:\\home\\anna\\", {{"Folder", "/home/anna/"}}},
+        {"DESKTOP:\\", {{"Folder", "/home/anna/Desktop/"}, {"Location", "DESKTOP:\\"}}},
+        {"NETHOOD:\\Firma\\nas\\",
+         {{"Folder", "smb://nas/"}, {"Location", "NETHOOD:\\Firma\\nas\\"}}},
+        {"WORKSTATION:\\", {{"Location", "WORKSTATION:\\"}}},
+    };
+    for (const Out& row : out) {
+        QJsonObject answer;
+        fw::cli::AnswerLocation(row.location, "Folder", answer);
+        EXPECT_EQ(answer, row.answer) << row.location;
+    }
 }
 
 } // namespace

@@ -92,7 +92,7 @@ class ListerForm : public fw::Form {
           lab_FileInfo(*Add<fw::ctl_Label>(QStringLiteral("lab_FileInfo"))),
           tmr_IconLoad(*Add<fw::Timer>(QStringLiteral("tmr_IconLoad"))),
           lister(places, favourites,
-                 {*this, lst_Files, lst_Folder, lab_FileCount, &lab_FileInfo, &tmr_IconLoad})
+                 {*this, lst_Files, lst_Folder, &lab_FileCount, &lab_FileInfo, &tmr_IconLoad})
     {
         fw::FillSharedImages(0xFFFFFF);
         lister.NotReady = [this] { ++notReady; };

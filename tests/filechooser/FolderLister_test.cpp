@@ -99,10 +99,13 @@ TEST(FolderLister, FoldersStandAboveFilesKeyedByTheirPaths)
     EXPECT_TRUE(form.tmr_IconLoad.Enabled());
     EXPECT_EQ(form.places.UpPath, world.Location().substr(0, world.Location().rfind('\\') + 1));
 
+    // Folders alone sort by their names and count nothing.
+    const std::string line = form.CountLine();
     form.lister.FoldersOnly = true;
     form.lister.Update();
     EXPECT_EQ(form.RowTexts(), (Texts{"alpha", "Zeta"}));
-    EXPECT_EQ(form.CountLine(), "2 Ordner");
+    EXPECT_EQ(rows.Item(2).SubItem(4), "A:Zeta");
+    EXPECT_EQ(form.CountLine(), line);
 }
 
 TEST(FolderLister, FolderThatCannotBeReadIsToldThenLeft)

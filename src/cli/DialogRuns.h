@@ -66,5 +66,7 @@ DialogRun NumericTouchRun();
 DialogRun XmlInspectorRun();
 DialogRun FtpConsoleRun();
 DialogRun FileChooserRun();
+DialogRun NetworkBrowseRun();
+DialogRun NetworkAddRun();
 
 } // namespace fw::cli

@@ -22,8 +22,8 @@ namespace fw {
 namespace {
 
 // Design metrics, in pixels.
-constexpr int kClientWidth = 460;
-constexpr int kLabelWidth = 90;
+constexpr int kClientWidth = 500;
+constexpr int kLabelWidth = 80;
 constexpr int kRowPitch = 34;
 constexpr int kBoxHeight = 24;
 constexpr int kComboWidth = 80;

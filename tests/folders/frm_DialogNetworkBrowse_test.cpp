@@ -169,10 +169,16 @@ TEST(NetworkBrowser, SharesStandSortedWithHiddenOnesLastInGreyAndAreAskedForOnce
         ClickExpander(*form.tvw_Network, nas); // and opened again
         EXPECT_TRUE(nas.Expanded());
         EXPECT_EQ(nas.Children(), 5);
+
+        host->failing.insert("Shares"); // a host that cannot be listed is left empty
+        TreeNode& alpha = node(form, "\\\\ALPHA");
+        ClickExpander(*form.tvw_Network, alpha);
+        EXPECT_EQ(alpha.Children(), 0);
+        EXPECT_EQ(Screen::MousePointer(), Screen::Default);
         PressKey(form, Qt::Key_Escape);
     });
     form.Show(true);
-    EXPECT_EQ(host->callsTo("Shares"), Texts{"Shares(NAS)"});
+    EXPECT_EQ(host->callsTo("Shares"), (Texts{"Shares(NAS)", "Shares(ALPHA)"}));
     EXPECT_FALSE(form.Accepted);
 }
 

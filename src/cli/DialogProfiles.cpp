@@ -67,6 +67,22 @@ const QHash<QString, DialogProfile>& profiles()
              "File"},
             {"frm_DialogFolder", {"Request.Title", "Items.ItemList"}, folderKeys, false, "Folder"},
             {"frm_DialogPath", {"Request.Title", "Items.ItemList"}, folderKeys, false, "Folder"},
+            {"frm_DialogNetworkBrowse",
+             {},
+             "Arrow keys move through the network tree and Right opens a node; Return answers "
+             "OK on an entry of the kind asked for (1), Escape answers Cancel (2). It prints "
+             "the entry as \"SelectedPath\": \"\\\\HOST\\share\\\" for a share, "
+             "\"\\\\HOST\" for a host, \"DOMAIN:\" for a domain.",
+             false,
+             "SelectedPath"},
+            {"frm_DialogNetworkAdd",
+             {},
+             "Typed text is the path (Shift+Tab reaches the letter); Return connects the letter to "
+             "the path and answers OK (1), Escape answers Cancel (2). It prints \"DriveRoot\" "
+             "(\"X:\\\") "
+             "and \"NetworkPath\".",
+             false,
+             "DriveRoot"},
             {"frm_DialogXMLInspector", {}, "Return answers OK (1); Escape does not close it."},
             {"frm_InternetFTPConsole",
              {},

@@ -1,4 +1,6 @@
 #include "cli/DialogRuns.h"
+#include "folders/frm_DialogNetworkAdd.h"
+#include "folders/frm_DialogNetworkBrowse.h"
 #include "touch/frm_DialogNumericTouch.h"
 
 #include <QHash>
@@ -18,6 +20,8 @@ const DialogRun* FindDialogRun(const QString& dialog)
         {QStringLiteral("frm_DialogFile"), FileChooserRun()},
         {QStringLiteral("frm_DialogFolder"), FolderChooserRun()},
         {QStringLiteral("frm_DialogPath"), FolderChooserRun()},
+        {QStringLiteral("frm_DialogNetworkBrowse"), NetworkBrowseRun()},
+        {QStringLiteral("frm_DialogNetworkAdd"), NetworkAddRun()},
     };
     const auto it = table.constFind(dialog);
     return it == table.cend() ? nullptr : &*it;
@@ -25,7 +29,9 @@ const DialogRun* FindDialogRun(const QString& dialog)
 
 const QStringList& LibraryForms()
 {
-    static const QStringList names{QStringLiteral("frm_DialogNumericTouch")};
+    static const QStringList names{QStringLiteral("frm_DialogNumericTouch"),
+                                   QStringLiteral("frm_DialogNetworkAdd"),
+                                   QStringLiteral("frm_DialogNetworkBrowse")};
     return names;
 }
 
@@ -33,6 +39,10 @@ std::unique_ptr<Form> MakeLibraryForm(const QString& dialog)
 {
     if (dialog == QLatin1String("frm_DialogNumericTouch"))
         return std::make_unique<frm_DialogNumericTouch>();
+    if (dialog == QLatin1String("frm_DialogNetworkAdd"))
+        return std::make_unique<frm_DialogNetworkAdd>();
+    if (dialog == QLatin1String("frm_DialogNetworkBrowse"))
+        return std::make_unique<frm_DialogNetworkBrowse>();
     return nullptr;
 }
 

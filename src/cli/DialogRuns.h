@@ -67,5 +67,7 @@ DialogRun XmlInspectorRun();
 DialogRun FtpConsoleRun();
 DialogRun FileChooserRun();
 DialogRun FolderChooserRun();
+DialogRun NetworkBrowseRun();
+DialogRun NetworkAddRun();
 
 } // namespace fw::cli

@@ -68,6 +68,9 @@ constexpr std::array kOptions{
            "extension a saved name without one gets"},
     Option{"overwrite-prompt", nullptr, Setting::Member, "Request.OverwritePrompt",
            "ask before a save replaces an existing file"},
+    Option{"browse-mode", "N", Setting::Extra, nullptr,
+           "what frm_DialogNetworkBrowse lets the user pick: 0 a share (default), 1 a host, "
+           "2 a domain"},
     Option{"no-search", nullptr, Setting::Extra, nullptr, "hide frm_DialogFile's search box"},
     Option{"touch", nullptr, Setting::Touch, nullptr,
            "touch mode for this run: a click in a text box brings up the on-screen keyboard"},

@@ -5,6 +5,7 @@
 #include "filechooser/ChooserSite.h"
 #include "filechooser/LocationModel.h"
 #include "folders/frm_DialogFolderFavorite.h"
+#include "folders/frm_DialogNetworkAdd.h"
 #include "forms/ListView.h"
 #include "forms/Resume.h"
 #include "forms/Text.h"
@@ -218,12 +219,20 @@ void ChooserCommands::Run(const std::string& key)
     } else if (head == "DELETE") {
         DeleteSelected();
     } else if (head == "ADDCONNECTION") {
-        // The map-drive dialog is not there yet.
+        addConnection();
     } else if (head == "REMOVECONNECTION") {
         removeConnection(tail);
     } else if (head == "REMOVEFAVORITE") {
         removeFavorite(tail);
     }
+}
+
+void ChooserCommands::addConnection()
+{
+    frm_DialogNetworkAdd mapper;
+    mapper.Show(true);
+    if (mapper.Accepted)
+        m_site.GotoFolder(us(mapper.DriveRoot));
 }
 
 void ChooserCommands::removeConnection(const std::string& drive)
@@ -235,10 +244,8 @@ void ChooserCommands::removeConnection(const std::string& drive)
     Resume([&] { disconnected = service && service->Disconnect(drive); });
     if (!disconnected)
         return;
-    LocationModel& places = m_site.Places();
-    std::string currentDrive;
-    Resume([&] { currentDrive = GetCoreDevText().Paths().DrivePart(places.CurrentPath); });
-    if (driveName(currentDrive) == driveName(drive))
+    // The location's first two characters name its drive ("Z:\docs\" -> "Z:").
+    if (upper(m_site.Places().CurrentPath.substr(0, 2)) == driveName(drive))
         m_site.GotoFolder("WORKSTATION:\\");
     else
         m_site.UpdateFolder();

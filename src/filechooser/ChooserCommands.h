@@ -31,6 +31,7 @@ class ChooserCommands {
   private:
     void addConnectionRows(std::vector<MenuEntry>& rows);
     void addFavoriteMenu(std::vector<MenuEntry>& rows);
+    void addConnection();
     void removeConnection(const std::string& drive);
     void removeFavorite(const std::string& which);
     void removeFavoriteRow(const std::string& target, const std::string& name);

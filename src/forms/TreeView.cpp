@@ -6,6 +6,7 @@
 #include "forms/Screen.h"
 
 #include <QAbstractItemModel>
+#include <QColor>
 #include <QHeaderView>
 #include <QMouseEvent>
 #include <QPointer>
@@ -111,6 +112,9 @@ class TreeModel : public QAbstractItemModel {
             return node->m_text;
         if (role == Qt::DecorationRole)
             return m_tree->iconOf(*node);
+        if (role == Qt::ForegroundRole && node->m_foreColor != TreeNode::DefaultColor)
+            return QColor(int(node->m_foreColor & 0xFF), int((node->m_foreColor >> 8) & 0xFF),
+                          int((node->m_foreColor >> 16) & 0xFF));
         return {};
     }
 
@@ -228,6 +232,12 @@ const std::vector<TreeNode*>& TreeNode::siblings() const
 void TreeNode::SetText(const QString& text)
 {
     m_text = text;
+    m_tree->nodeChanged(*this);
+}
+
+void TreeNode::SetForeColor(std::uint32_t colour)
+{
+    m_foreColor = colour;
     m_tree->nodeChanged(*this);
 }
 

@@ -62,6 +62,11 @@ class TreeNode {
     QString ExpandedImage() const;
     void SetExpandedImage(const QString& key);
 
+    /// Text colour as a host colour (0x00BBGGRR); DefaultColor for the view's own.
+    static constexpr std::uint32_t DefaultColor = 0xFFFFFFFFu;
+    std::uint32_t ForeColor() const { return m_foreColor; }
+    void SetForeColor(std::uint32_t colour);
+
     /// Number of children.
     int Children() const { return static_cast<int>(m_children.size()); }
     TreeNode* Parent() const { return m_parent; }
@@ -107,6 +112,7 @@ class TreeNode {
     std::uint16_t m_selectedImage = 0;
     std::uint16_t m_expandedImage = 0;
     bool m_expanded = false;
+    std::uint32_t m_foreColor = DefaultColor;
     // The view has asked about this node's children: later changes to them
     // must be announced; until then they may change in silence.
     mutable bool m_childrenKnown = false;

@@ -6,6 +6,7 @@
 #include "filechooser/ChooserCommands.h"
 #include "filechooser/ChooserSite.h"
 #include "folders/frm_DialogFolderFavorite.h"
+#include "folders/frm_DialogNetworkAdd.h"
 #include "forms/testing/ModalDriver.h"
 #include "forms/testing/UserInput.h"
 #include "host/DialogContext.h"
@@ -196,16 +197,28 @@ struct RunCase {
     const char* name;
     std::string current, chosen;
     Texts steps, disconnected;
+    /// What the user does in the map-drive dialog, if one opens.
+    std::function<void(Form&)> inMapper = {};
 };
 
 TEST_F(ChooserCommandsTest, ChosenMenuKeysRunTheirCommand)
 {
+    const auto mapDrive = [this](Form& mapper) {
+        Focus(*static_cast<frm_DialogNetworkAdd&>(mapper).lst_DriveLetter);
+        Type(mapper, QStringLiteral("Q"));
+        Focus(*static_cast<frm_DialogNetworkAdd&>(mapper).txt_NetworkShare);
+        Type(mapper, QStringLiteral("\\\\server\\daten"));
+        host->queueConnectResult(true);
+        PressKey(mapper, Qt::Key_Return);
+    };
     // clang-format off
     const RunCase cases[] = {
         {"open, the head compared in capitals", "C:\\x\\", "open", {"Open"}, {}},
-        {"map drive has no dialog yet", "C:\\x\\", "ADDCONNECTION", {}, {}},
+        {"map drive, connected: to the new root", "C:\\x\\", "ADDCONNECTION", {"Goto Q:\\"}, {}, mapDrive},
+        {"map drive, abandoned: nowhere", "C:\\x\\", "ADDCONNECTION", {}, {}, [](Form& f) { PressKey(f, Qt::Key_Escape); }},
         {"disconnect needs a drive", "C:\\x\\", "REMOVECONNECTION", {}, {}},
         {"disconnect the shown drive", "Z:\\docs\\", "REMOVECONNECTION.Z:", {"Goto WORKSTATION:\\"}, {"Disconnect(Z:)"}},
+        {"disconnect the shown drive, case-blind", "z:\\docs\\", "REMOVECONNECTION.Z:", {"Goto WORKSTATION:\\"}, {"Disconnect(Z:)"}},
         {"disconnect another drive", "C:\\x\\", "REMOVECONNECTION.Z:", {"Update"}, {"Disconnect(Z:)"}},
         {"a failed disconnect changes nothing", "C:\\x\\", "REMOVECONNECTION.Q:", {}, {"Disconnect(Q:)"}},
         {"unknown key", "C:\\x\\", "NOTHING.AT.ALL", {}, {}},
@@ -217,8 +230,11 @@ TEST_F(ChooserCommandsTest, ChosenMenuKeysRunTheirCommand)
         start(c.current);
         host->network.mapped = {{"Z:", "\\\\server\\share"}};
         host->queueMenuChoice(c.chosen);
+        if (c.inMapper)
+            driver.OnNextModal(c.inMapper);
 
         commands.ToolsMenu(false);
+        EXPECT_EQ(driver.Pending(), 0);
         EXPECT_EQ(chooser.steps, c.steps);
         EXPECT_EQ(host->callsTo("Disconnect"), c.disconnected);
     }

@@ -10,6 +10,7 @@
 
 #include <QAbstractItemModelTester>
 #include <QAbstractItemView>
+#include <QColor>
 #include <QIcon>
 #include <QWidget>
 #include <gtest/gtest.h>
@@ -92,6 +93,20 @@ TEST_F(TreeViewTest, ClicksAndArrowKeysSelectAndReportEachNodeOnce)
     EXPECT_FALSE(b->Selected());
     form.tvw->SetSelectedItem(b); // code moves the selection without a report
     EXPECT_EQ(events.size(), 2u);
+}
+
+TEST_F(TreeViewTest, ANodesColourShowsInItsRowAloneUntilReset)
+{
+    auto* view = static_cast<QAbstractItemView*>(form.tvw->widget());
+    const auto colourShown = [&](const TreeNode& node) {
+        return view->indexAt(form.tvw->NodeRect(node).center()).data(Qt::ForegroundRole);
+    };
+    b->SetForeColor(0x00C0C0C0);
+    EXPECT_EQ(colourShown(*b).value<QColor>(), QColor(192, 192, 192));
+    a->SetForeColor(0x000000FF); // host colours are blue-green-red
+    EXPECT_EQ(colourShown(*a).value<QColor>(), QColor(255, 0, 0));
+    b->SetForeColor(TreeNode::DefaultColor);
+    EXPECT_FALSE(colourShown(*b).isValid());
 }
 
 TEST_F(TreeViewTest, EveryWayOfExpandingShowsTheOpenPictureAndLeftCollapses)

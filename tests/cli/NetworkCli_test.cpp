@@ -1,0 +1,98 @@
+// The network browser and the map-drive dialog through the `formwerk`
+// command: in this process against the scripted host's network, and as the
+// built program against the desktop host.
+#include "CliRun.h"
+#include "folders/frm_DialogNetworkAdd.h"
+#include "folders/frm_DialogNetworkBrowse.h"
+#include "forms/TreeView.h"
+#include "forms/testing/ModalDriver.h"
+#include "forms/testing/TreeInput.h"
+#include "forms/testing/UserInput.h"
+#include "testing/TestHost.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+namespace {
+
+using fw::Form;
+using namespace fw::testing;
+
+void pickFromTree(Form& form, const char* key)
+{
+    auto& browser = dynamic_cast<fw::frm_DialogNetworkBrowse&>(form);
+    fw::TreeView& tree = *browser.tvw_Network;
+    ClickNode(tree, tree.Nodes().Item(QStringLiteral("\\\\NAS")));
+    ClickNode(tree, tree.Nodes().Item(QString::fromLatin1(key)));
+    PressKey(form, Qt::Key_Return);
+}
+
+struct CliCase {
+    const char* name;
+    QStringList args;
+    std::function<void(Form&, TestHost&)> act; ///< null: no window opens
+    int code;
+    QString out, err;
+};
+
+TEST(NetworkCli, TheChosenEntryOrDriveComesBackAsJsonOrPlain)
+{
+    const auto escape = [](Form& f, TestHost&) { PressKey(f, Qt::Key_Escape); };
+    const auto mapTyped = [](Form& f, TestHost& host) {
+        Type(f, QStringLiteral("\\\\nas\\daten"));
+        host.queueConnectResult(true);
+        PressKey(f, Qt::Key_Return);
+    };
+    // clang-format off
+    const CliCase cases[] = {
+        {"a share", {"frm_DialogNetworkBrowse"}, [](Form& f, TestHost&) { pickFromTree(f, "\\\\nas\\daten\\"); },
+         1, "{\"Result\":1,\"SelectedPath\":\"\\\\\\\\nas\\\\daten\\\\\"}\n", ""},
+        {"a host, plain", {"frm_DialogNetworkBrowse", "--browse-mode", "1", "--plain"},
+         [](Form& f, TestHost&) { pickFromTree(f, "\\\\NAS"); }, 1, "\\\\NAS\n", ""},
+        {"browser cancelled", {"frm_DialogNetworkBrowse", "--browse-mode", "2"}, escape, 2, "{\"Result\":2}\n", ""},
+        {"a mode out of range", {"frm_DialogNetworkBrowse", "--browse-mode", "3"}, nullptr, 64, "",
+         "formwerk: --browse-mode takes 0 (share), 1 (host) or 2 (domain), not '3'\n"},
+        {"a drive mapped", {"frm_DialogNetworkAdd"}, mapTyped, 1,
+         "{\"DriveRoot\":\"D:\\\\\",\"NetworkPath\":\"\\\\\\\\nas\\\\daten\",\"Result\":1}\n", ""},
+        {"a drive mapped, plain", {"frm_DialogNetworkAdd", "--plain"}, mapTyped, 1, "D:\\\n", ""},
+        {"mapping cancelled", {"frm_DialogNetworkAdd"}, escape, 2, "{\"Result\":2}\n", ""},
+        {"the map dialog takes no browse mode", {"frm_DialogNetworkAdd", "--browse-mode", "1"}, nullptr,
+         64, "", "formwerk: --browse-mode does not apply to frm_DialogNetworkAdd (formwerk "
+         "frm_DialogNetworkAdd --help lists what it takes)\n"},
+    };
+    // clang-format on
+    for (const CliCase& c : cases) {
+        SCOPED_TRACE(c.name);
+        ScopedTestHost host;
+        host->driveTypes["C:"] = 3;
+        host->network.domains = {"Arbeitsgruppe"};
+        host->network.hosts["Arbeitsgruppe"] = {"nas"};
+        host->network.shares["NAS"] = {"daten"};
+        ModalDriver driver;
+        if (c.act)
+            driver.OnNextModal([&](Form& form) { c.act(form, *host); });
+
+        const Ran ran = runInProcess(c.args);
+        EXPECT_EQ(ran.code, c.code);
+        EXPECT_EQ(ran.out, c.out);
+        EXPECT_EQ(ran.err, c.err);
+        EXPECT_EQ(driver.Pending(), 0);
+    }
+}
+
+// The desktop host has no network service yet: the tree is empty, and the
+// program still answers its keys.
+TEST(NetworkCli, TheBuiltProgramListsBothAndAnswersEscapeWithoutANetwork)
+{
+    const Ran listed = runInProcess({"--list"});
+    EXPECT_TRUE(listed.out.contains(QStringLiteral("frm_DialogNetworkBrowse\n")));
+    EXPECT_TRUE(listed.out.contains(QStringLiteral("frm_DialogNetworkAdd\n")));
+    for (const char* dialog : {"frm_DialogNetworkBrowse", "frm_DialogNetworkAdd"}) {
+        const Ran ran = answerProgram({QString::fromLatin1(dialog)}, QStringLiteral("Escape"));
+        EXPECT_EQ(ran.code, 2) << dialog << ": " << ran.err.toStdString();
+        EXPECT_EQ(ran.out, QStringLiteral("{\"Result\":2}\n")) << dialog;
+    }
+}
+
+} // namespace

@@ -90,6 +90,10 @@ SambaServer::SambaServer()
         return;
     }
     addAccount();
+    // Guests act as "nobody": the way down to the shares must be open to them.
+    for (const QString& folder : {m_root.path(), m_root.filePath(QStringLiteral("shares"))})
+        QFile::setPermissions(folder, QFile::permissions(folder) | QFile::ReadOther |
+                                          QFile::ExeOther | QFile::ReadGroup | QFile::ExeGroup);
     // Its own process group, so that Kill() reaches the per-connection children.
     m_process.setChildProcessModifier([] { ::setsid(); });
     m_process.setProcessChannelMode(QProcess::MergedChannels);

@@ -168,7 +168,10 @@ class Session {
             m_job = nullptr;
             lock.unlock();
             library.lock();
-            job(context);
+            // A call given up while it waited for the library is not made:
+            // stuck calls would otherwise pile up behind one silent host.
+            if (!abandoned())
+                job(context);
             library.unlock();
             lock.lock();
         }
@@ -176,6 +179,12 @@ class Session {
         library.lock();
         if (context)
             smbc_free_context(context, 1);
+    }
+
+    bool abandoned()
+    {
+        std::lock_guard guard(m_mutex);
+        return m_quit;
     }
 
     std::mutex m_mutex;

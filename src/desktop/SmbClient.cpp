@@ -274,11 +274,12 @@ int listFolder(SMBCCTX* context, const std::string& url, std::vector<SmbEntry>& 
     SMBCFILE* folder = smbc_getFunctionOpendir(context)(context, url.c_str());
     if (!folder)
         return failure();
-    struct stat info {};
+    // The file information of the one listing pass has all an entry needs;
+    // readdirplus2 would add a stat record per entry, parsing the folder's
+    // URL again each time (a third of the time of 10,000 entries).
+    const auto next = smbc_getFunctionReaddirPlus(context);
     // The end of the listing leaves errno as the last inner call set it.
-    for (errno = 0; const libsmb_file_info* entry =
-                        smbc_getFunctionReaddirPlus2(context)(context, folder, &info);
-         errno = 0) {
+    for (errno = 0; const libsmb_file_info* entry = next(context, folder); errno = 0) {
         if (!entry->name || isNavigationEntry(entry->name))
             continue;
         SmbEntry& out = entries.emplace_back();

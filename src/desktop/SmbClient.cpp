@@ -18,6 +18,7 @@ namespace {
 
 constexpr std::uint16_t kHiddenAttribute = 0x02;
 constexpr std::uint16_t kFolderAttribute = 0x10;
+constexpr std::uint16_t kLinkAttribute = 0x400; // a reparse point
 
 struct Credentials {
     std::string user, password, domain;
@@ -286,6 +287,7 @@ int listFolder(SMBCCTX* context, const std::string& url, std::vector<SmbEntry>& 
         out.name = entry->name;
         out.folder = (entry->attrs & kFolderAttribute) != 0;
         out.hidden = (entry->attrs & kHiddenAttribute) != 0 || out.name.front() == '.';
+        out.link = (entry->attrs & kLinkAttribute) != 0;
         out.size = std::int64_t(entry->size);
         out.modifiedSecs = entry->mtime_ts.tv_sec;
     }
@@ -294,21 +296,27 @@ int listFolder(SMBCCTX* context, const std::string& url, std::vector<SmbEntry>& 
     return error;
 }
 
+int removeEntry(SMBCCTX* context, const std::string& url, const SmbEntry& entry);
+
 int removeTree(SMBCCTX* context, const std::string& url)
 {
     std::vector<SmbEntry> entries;
     if (const int error = listFolder(context, url, entries))
         return error;
-    for (const SmbEntry& entry : entries) {
-        const std::string child = childUrl(url, entry.name);
-        const int error =
-            entry.folder
-                ? removeTree(context, child)
-                : (smbc_getFunctionUnlink(context)(context, child.c_str()) ? failure() : 0);
-        if (error)
+    for (const SmbEntry& entry : entries)
+        if (const int error = removeEntry(context, childUrl(url, entry.name), entry))
             return error;
-    }
     return smbc_getFunctionRmdir(context)(context, url.c_str()) ? failure() : 0;
+}
+
+// A link to a folder goes as a folder does, by rmdir, but without its content.
+int removeEntry(SMBCCTX* context, const std::string& url, const SmbEntry& entry)
+{
+    if (entry.folder && !entry.link)
+        return removeTree(context, url);
+    const auto remove =
+        entry.folder ? smbc_getFunctionRmdir(context) : smbc_getFunctionUnlink(context);
+    return remove(context, url.c_str()) ? failure() : 0;
 }
 
 ShareInfo::Kind shareKind(unsigned type)

@@ -7,6 +7,7 @@
 #include <fstream>
 #include <functional>
 #include <libsmbclient.h>
+#include <map>
 #include <mutex>
 #include <sys/stat.h>
 #include <thread>
@@ -221,49 +222,6 @@ std::string childUrl(const std::string& folderUrl, const std::string& name)
     return url;
 }
 
-} // namespace
-
-struct SmbClient::Impl {
-    SmbOptions options;
-    std::shared_ptr<Session> session;
-    std::string lastError;
-
-    std::string credentialsFile() const
-    {
-        if (!options.credentialsFile.empty())
-            return options.credentialsFile;
-        return QFile::encodeName(QDir::homePath()).toStdString() + "/.smbcredentials";
-    }
-
-    // Runs work against the context within the timeout; work returns the
-    // errno of a failure, 0 on success.
-    bool call(const std::function<int(SMBCCTX*)>& work)
-    {
-        if (!session)
-            session = Session::Start(options, credentialsFile());
-        auto error = std::make_shared<int>(EIO);
-        const bool ended = session->Run(
-            [work, error](SMBCCTX* context) { *error = context ? work(context) : ENOMEM; },
-            options.timeoutMs);
-        if (!ended) {
-            session->Stop(false);
-            session.reset();
-            lastError = errorText(ETIMEDOUT);
-            return false;
-        }
-        lastError = *error == 0 ? std::string() : errorText(*error);
-        return *error == 0;
-    }
-
-    ~Impl()
-    {
-        if (session)
-            session->Stop(true);
-    }
-};
-
-namespace {
-
 // errno of the last libsmbclient call, never 0 for a failure.
 int failure()
 {
@@ -349,6 +307,65 @@ int namesOf(SMBCCTX* context, const std::string& url, unsigned type,
 
 } // namespace
 
+struct SmbClient::Impl {
+    SmbOptions options;
+    std::shared_ptr<Session> session;
+    std::string lastError;
+
+    std::string credentialsFile() const
+    {
+        if (!options.credentialsFile.empty())
+            return options.credentialsFile;
+        return QFile::encodeName(QDir::homePath()).toStdString() + "/.smbcredentials";
+    }
+
+    // Runs work against the context within the timeout; work returns the
+    // errno of a failure, 0 on success.
+    bool call(const std::function<int(SMBCCTX*)>& work)
+    {
+        if (!session)
+            session = Session::Start(options, credentialsFile());
+        auto error = std::make_shared<int>(EIO);
+        const bool ended = session->Run(
+            [work, error](SMBCCTX* context) { *error = context ? work(context) : ENOMEM; },
+            options.timeoutMs);
+        if (!ended) {
+            session->Stop(false);
+            session.reset();
+            lastError = errorText(ETIMEDOUT);
+            return false;
+        }
+        lastError = *error == 0 ? std::string() : errorText(*error);
+        return *error == 0;
+    }
+
+    // Browse lists change slowly (a browse master announces every few
+    // minutes), and asking where there is none costs the better part of a
+    // second of broadcast name lookups: each answer, none included, is kept
+    // a minute.
+    std::vector<std::string> browse(const std::string& url, unsigned type)
+    {
+        const auto now = std::chrono::steady_clock::now();
+        const auto kept = browsed.find(url);
+        if (kept != browsed.end() && now - kept->second.first < std::chrono::minutes(1))
+            return kept->second.second;
+        auto names = std::make_shared<std::vector<std::string>>();
+        call([names, url, type](SMBCCTX* c) { return namesOf(c, url, type, *names); });
+        browsed[url] = {now, *names};
+        return *names;
+    }
+
+    std::map<std::string,
+             std::pair<std::chrono::steady_clock::time_point, std::vector<std::string>>>
+        browsed;
+
+    ~Impl()
+    {
+        if (session)
+            session->Stop(true);
+    }
+};
+
 SmbClient::SmbClient(SmbOptions options) : m_impl(std::make_unique<Impl>())
 {
     m_impl->options = std::move(options);
@@ -393,17 +410,12 @@ std::optional<ShareList> SmbClient::ListShares(const std::string& hostUrl)
 
 std::vector<std::string> SmbClient::Workgroups()
 {
-    auto names = std::make_shared<std::vector<std::string>>();
-    m_impl->call([names](SMBCCTX* c) { return namesOf(c, "smb://", SMBC_WORKGROUP, *names); });
-    return std::move(*names);
+    return m_impl->browse("smb://", SMBC_WORKGROUP);
 }
 
 std::vector<std::string> SmbClient::Servers(const std::string& workgroup)
 {
-    auto names = std::make_shared<std::vector<std::string>>();
-    const std::string url = childUrl("smb://", workgroup);
-    m_impl->call([names, url](SMBCCTX* c) { return namesOf(c, url, SMBC_SERVER, *names); });
-    return std::move(*names);
+    return m_impl->browse(childUrl("smb://", workgroup), SMBC_SERVER);
 }
 
 std::optional<SmbStat> SmbClient::Stat(const std::string& url)

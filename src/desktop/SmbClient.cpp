@@ -1,5 +1,7 @@
 #include "desktop/SmbClient.h"
 
+#include "desktop/SmbUrls.h"
+
 #include <QDir>
 #include <QFile>
 #include <condition_variable>
@@ -196,7 +198,7 @@ class Session {
     std::thread m_thread;
 };
 
-// Names as readdirplus2 gives them, "." and ".." left out.
+// The entries a listing holds besides the folder's own: "." and "..".
 bool isNavigationEntry(const char* name)
 {
     return std::strcmp(name, ".") == 0 || std::strcmp(name, "..") == 0;
@@ -204,22 +206,7 @@ bool isNavigationEntry(const char* name)
 
 std::string childUrl(const std::string& folderUrl, const std::string& name)
 {
-    std::string url = folderUrl;
-    if (url.empty() || url.back() != '/')
-        url += '/';
-    // Names travel percent-encoded where libsmbclient would read them otherwise.
-    static constexpr char hex[] = "0123456789ABCDEF";
-    for (const char ch : name) {
-        const auto c = static_cast<unsigned char>(ch);
-        if (c < 0x21 || c >= 0x7F || std::strchr("%/@;?#", c)) {
-            url += '%';
-            url += hex[c >> 4];
-            url += hex[c & 15];
-        } else {
-            url += ch;
-        }
-    }
-    return url;
+    return folderUrl + (folderUrl.ends_with('/') ? "" : "/") + SmbUrlName(name);
 }
 
 // errno of the last libsmbclient call, never 0 for a failure.
@@ -244,7 +231,7 @@ int listFolder(SMBCCTX* context, const std::string& url, std::vector<SmbEntry>& 
         SmbEntry& out = entries.emplace_back();
         out.name = entry->name;
         out.folder = (entry->attrs & kFolderAttribute) != 0;
-        out.hidden = (entry->attrs & kHiddenAttribute) != 0 || out.name.front() == '.';
+        out.hidden = (entry->attrs & kHiddenAttribute) != 0 || out.name.starts_with('.');
         out.link = (entry->attrs & kLinkAttribute) != 0;
         out.size = std::int64_t(entry->size);
         out.modifiedSecs = entry->mtime_ts.tv_sec;

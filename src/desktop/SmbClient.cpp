@@ -4,6 +4,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <algorithm>
 #include <condition_variable>
 #include <cstring>
 #include <fstream>
@@ -93,11 +94,47 @@ std::mutex& libraryMutex()
     return mutex;
 }
 
+// libsmbclient loses a little memory with each context it frees (the name of
+// its log file), so contexts are never freed: a session's context waits,
+// its connections closed, for the next session. There are as many as
+// sessions ever ran at once, one or two. Called with the library locked.
+std::vector<SMBCCTX*>& idleContexts()
+{
+    static auto* idle = new std::vector<SMBCCTX*>; // reachable to the end, on purpose
+    return *idle;
+}
+
+SMBCCTX* takeContext()
+{
+    std::vector<SMBCCTX*>& idle = idleContexts();
+    if (!idle.empty()) {
+        SMBCCTX* context = idle.back();
+        idle.pop_back();
+        return context;
+    }
+    SMBCCTX* context = smbc_new_context();
+    if (!context)
+        return nullptr;
+    smbc_setDebug(context, 0);
+    if (smbc_init_context(context))
+        return context;
+    smbc_free_context(context, 1);
+    return nullptr;
+}
+
+void giveBack(SMBCCTX* context)
+{
+    // The next session may bring other credentials: no connection is reused.
+    smbc_getFunctionPurgeCachedServers(context)(context);
+    smbc_setOptionUserData(context, nullptr);
+    idleContexts().push_back(context);
+}
+
 // One libsmbclient context and the thread that uses it. A context is not
 // safe across threads, and a call can block in name lookup or connect far
 // beyond the context's own timeout; so the context lives on its own thread,
-// and a caller that stops waiting abandons the session, which then frees the
-// context once its stuck call returns.
+// and a caller that stops waiting abandons the session, which then gives the
+// context back once its stuck call returns.
 class Session {
   public:
     using Job = std::function<void(SMBCCTX*)>;
@@ -145,22 +182,16 @@ class Session {
     void serve(const SmbOptions& options, const std::string& credentialsFile)
     {
         std::unique_lock library(libraryMutex());
-        SMBCCTX* context = smbc_new_context();
+        SMBCCTX* context = takeContext();
         if (context) {
-            smbc_setDebug(context, 0);
             smbc_setTimeout(context, options.timeoutMs);
-            if (options.defaultPort > 0)
-                smbc_setPort(context, std::uint16_t(options.defaultPort));
+            smbc_setPort(context, std::uint16_t(std::max(options.defaultPort, 0)));
             smbc_setOptionUserData(context, const_cast<std::string*>(&credentialsFile));
             smbc_setFunctionAuthDataWithContext(context, provideCredentials);
             const bool kerberos = hasKerberosTicketCache();
             smbc_setOptionUseKerberos(context, kerberos);
             smbc_setOptionFallbackAfterKerberos(context, kerberos);
             smbc_setOptionUseCCache(context, kerberos);
-            if (!smbc_init_context(context)) {
-                smbc_free_context(context, 1);
-                context = nullptr;
-            }
         }
         library.unlock();
         std::unique_lock lock(m_mutex);
@@ -182,7 +213,7 @@ class Session {
         lock.unlock();
         library.lock();
         if (context)
-            smbc_free_context(context, 1);
+            giveBack(context);
     }
 
     bool abandoned()

@@ -50,14 +50,16 @@ class SmbFilesTest : public ::testing::Test {
         daten.mkpath(QStringLiteral("."));
     }
 
-    // A desktop host whose network calls give up after timeoutSeconds.
-    std::unique_ptr<DesktopFiles> files(int timeoutSeconds = 10)
+    // A desktop host whose network calls give up after timeoutSeconds and
+    // that reaches hosts written without a port at port.
+    std::unique_ptr<DesktopFiles> files(int timeoutSeconds = 10, int port = 0)
     {
         auto registry = std::make_shared<fw::desktop::DesktopRegistry>(
             std::make_shared<fw::desktop::SettingsStore>(settings.path()));
-        registry->Writer().WriteNumber(
-            fw::HiveCurrentUser, std::string(DesktopFiles::NetworkSettingsKey) + "\\TimeoutSeconds",
-            timeoutSeconds);
+        const std::string key = std::string(DesktopFiles::NetworkSettingsKey) + '\\';
+        registry->Writer().WriteNumber(fw::HiveCurrentUser, key + "TimeoutSeconds", timeoutSeconds);
+        if (port != 0)
+            registry->Writer().WriteString(fw::HiveCurrentUser, key + "Port", std::to_string(port));
         return std::make_unique<DesktopFiles>(registry);
     }
     static std::string host() { return "\\\\127.0.0.1:" + std::to_string(server->Port()) + "\\"; }
@@ -179,6 +181,9 @@ TEST_F(SmbFilesTest, SharesComeWithTypeAndDisplayTextAndTheDefaultPortReachesThe
     for (const char* expected :
          {"Daten=0:Daten;", "Öffentlich=0:Für alle;", "Versteckt$=0:", "Geschlossen=0:", "IPC$=3:"})
         EXPECT_NE(listed.find(expected), std::string::npos) << expected << " in " << listed;
+    EXPECT_EQ(namesOf(files(10, server->Port())->ListFiles("\\\\127.0.0.1\\", "")),
+              "Daten\\|Geschlossen\\|Öffentlich\\")
+        << "the port of the settings";
 }
 
 TEST_F(SmbFilesTest, AHostThatIsNotThereCostsNoMoreThanTheTimeOut)

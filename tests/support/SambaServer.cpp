@@ -9,6 +9,7 @@
 #include <arpa/inet.h>
 #include <csignal>
 #include <netinet/in.h>
+#include <sys/prctl.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -104,8 +105,12 @@ SambaServer::SambaServer() : m_root(rootTemplate())
     for (const QString& folder : {m_root.path(), m_root.filePath(QStringLiteral("shares"))})
         QFile::setPermissions(folder, QFile::permissions(folder) | QFile::ReadOther |
                                           QFile::ExeOther | QFile::ReadGroup | QFile::ExeGroup);
-    // Its own process group, so that Kill() reaches the per-connection children.
-    m_process.setChildProcessModifier([] { ::setsid(); });
+    // Its own process group, so that Kill() reaches the per-connection
+    // children; and gone with the test, should the test itself be killed.
+    m_process.setChildProcessModifier([] {
+        ::setsid();
+        ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+    });
     m_process.setProcessChannelMode(QProcess::MergedChannels);
     m_process.setStandardOutputFile(m_root.filePath(QStringLiteral("smbd.out")));
     m_process.start(smbd, {QStringLiteral("-F"), QStringLiteral("--no-process-group"),

@@ -145,44 +145,43 @@ bool DesktopFiles::DeleteFolder(const std::string& path)
     return target && DeleteTree(*target, homeFolder());
 }
 
-bool DesktopFiles::FileExists(const std::string& path)
+std::optional<DesktopFiles::EntryFacts> DesktopFiles::factsOf(const std::string& path)
 {
     if (const auto url = SmbUrlOf(path)) {
         const auto found = m_smb.Stat(*url);
-        return found && !found->folder;
+        if (!found)
+            return std::nullopt;
+        return EntryFacts{found->folder, !found->folder, found->size, found->modifiedSecs};
     }
     struct stat info {};
-    return statOf(SystemPath(path), info) && !S_ISDIR(info.st_mode);
+    if (!statOf(SystemPath(path), info))
+        return std::nullopt;
+    return EntryFacts{S_ISDIR(info.st_mode), S_ISREG(info.st_mode), info.st_size,
+                      std::int64_t(info.st_mtim.tv_sec)};
+}
+
+bool DesktopFiles::FileExists(const std::string& path)
+{
+    const auto facts = factsOf(path);
+    return facts && !facts->folder;
 }
 
 bool DesktopFiles::FolderExists(const std::string& path)
 {
-    if (const auto url = SmbUrlOf(path)) {
-        const auto found = m_smb.Stat(*url);
-        return found && found->folder;
-    }
-    struct stat info {};
-    return statOf(SystemPath(path), info) && S_ISDIR(info.st_mode);
+    const auto facts = factsOf(path);
+    return facts && facts->folder;
 }
 
 std::int64_t DesktopFiles::FileSize(const std::string& path)
 {
-    if (const auto url = SmbUrlOf(path)) {
-        const auto found = m_smb.Stat(*url);
-        return found && !found->folder ? found->size : -1;
-    }
-    struct stat info {};
-    return statOf(SystemPath(path), info) && !S_ISDIR(info.st_mode) ? info.st_size : -1;
+    const auto facts = factsOf(path);
+    return facts && !facts->folder ? facts->size : -1;
 }
 
 std::int64_t DesktopFiles::FileDate(const std::string& path)
 {
-    if (const auto url = SmbUrlOf(path)) {
-        const auto found = m_smb.Stat(*url);
-        return found ? found->modifiedSecs : -1;
-    }
-    struct stat info {};
-    return statOf(SystemPath(path), info) ? std::int64_t(info.st_mtim.tv_sec) : -1;
+    const auto facts = factsOf(path);
+    return facts ? facts->modifiedSecs : -1;
 }
 
 bool DesktopFiles::CreateFolder(const std::string& path)
@@ -223,12 +222,8 @@ std::string DesktopFiles::SizeText(std::int64_t bytes)
 
 bool DesktopFiles::IsRealFile(const std::string& path)
 {
-    if (const auto url = SmbUrlOf(path)) {
-        const auto found = m_smb.Stat(*url);
-        return found && !found->folder;
-    }
-    struct stat info {};
-    return statOf(SystemPath(path), info) && S_ISREG(info.st_mode);
+    const auto facts = factsOf(path);
+    return facts && facts->regular;
 }
 
 bool DesktopFiles::synchronise(const std::string&, const std::string&)

@@ -81,6 +81,14 @@ class DesktopFiles final : public CoreDevFiles {
     SmbFiles& Smb() { return m_smb; }
 
   private:
+    // What the file operations ask of an entry, on a local disk or a share.
+    struct EntryFacts {
+        bool folder = false;
+        bool regular = false;
+        std::int64_t size = 0;
+        std::int64_t modifiedSecs = 0;
+    };
+    std::optional<EntryFacts> factsOf(const std::string& path);
     SmbOptions smbOptions() const;
 
     std::shared_ptr<CoreDevRegistry> m_registry;

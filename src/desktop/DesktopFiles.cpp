@@ -2,6 +2,7 @@
 
 #include "desktop/AtomicWrite.h"
 #include "desktop/SafeDelete.h"
+#include "desktop/SmbUrls.h"
 
 #include <QDir>
 #include <QFile>
@@ -59,8 +60,27 @@ std::optional<QByteArray> EncodedText(const std::string& text, const std::string
 }
 
 DesktopFiles::DesktopFiles(std::shared_ptr<CoreDevRegistry> registry, MountTable mounts)
-    : m_drives(std::move(registry), std::move(mounts))
+    : m_registry(registry), m_drives(std::move(registry), std::move(mounts)),
+      m_smb([this] { return smbOptions(); })
 {
+}
+
+SmbOptions DesktopFiles::smbOptions() const
+{
+    SmbOptions options;
+    if (!m_registry)
+        return options;
+    RegistryStrings& settings = m_registry->Strings();
+    const std::string key = std::string(NetworkSettingsKey) + '\\';
+    const int seconds = settings.ReadNumber(HiveCurrentUser, key + "TimeoutSeconds", 10);
+    options.timeoutMs = (seconds > 0 ? seconds : 10) * 1000;
+    options.defaultPort = settings.ReadNumber(HiveCurrentUser, key + "Port", 0);
+    return options;
+}
+
+std::optional<std::string> DesktopFiles::SmbUrlOf(const std::string& location)
+{
+    return IsUnc(location) ? UncToSmbUrl(location) : std::nullopt;
 }
 
 std::optional<std::string> DesktopFiles::SystemPath(const std::string& location)
@@ -87,6 +107,8 @@ bool DesktopFiles::WriteTextFile(const std::string& path, const std::string& tex
 
 bool DesktopFiles::DeleteFile(const std::string& path)
 {
+    if (const auto url = SmbUrlOf(path))
+        return m_smb.DeleteFile(*url);
     const auto target = SystemPath(path);
     m_scans.Forget();
     return target && DeleteEntry(*target);
@@ -95,6 +117,8 @@ bool DesktopFiles::DeleteFile(const std::string& path)
 std::vector<FileEntry> DesktopFiles::ListFiles(const std::string& folder,
                                                const std::string& pattern)
 {
+    if (const auto url = SmbUrlOf(folder))
+        return m_smb.List(*url, pattern).value_or(std::vector<FileEntry>());
     std::vector<FileEntry> result;
     const auto path = SystemPath(folder);
     int error = 0;
@@ -114,37 +138,56 @@ std::vector<FileEntry> DesktopFiles::ListFiles(const std::string& folder,
 
 bool DesktopFiles::DeleteFolder(const std::string& path)
 {
+    if (const auto url = SmbUrlOf(path))
+        return m_smb.DeleteTree(*url);
     const auto target = SystemPath(path);
     m_scans.Forget();
     return target && DeleteTree(*target, homeFolder());
 }
 
+std::optional<DesktopFiles::EntryFacts> DesktopFiles::factsOf(const std::string& path)
+{
+    if (const auto url = SmbUrlOf(path)) {
+        const auto found = m_smb.Stat(*url);
+        if (!found)
+            return std::nullopt;
+        return EntryFacts{found->folder, !found->folder, found->size, found->modifiedSecs};
+    }
+    struct stat info {};
+    if (!statOf(SystemPath(path), info))
+        return std::nullopt;
+    return EntryFacts{S_ISDIR(info.st_mode), S_ISREG(info.st_mode), info.st_size,
+                      std::int64_t(info.st_mtim.tv_sec)};
+}
+
 bool DesktopFiles::FileExists(const std::string& path)
 {
-    struct stat info {};
-    return statOf(SystemPath(path), info) && !S_ISDIR(info.st_mode);
+    const auto facts = factsOf(path);
+    return facts && !facts->folder;
 }
 
 bool DesktopFiles::FolderExists(const std::string& path)
 {
-    struct stat info {};
-    return statOf(SystemPath(path), info) && S_ISDIR(info.st_mode);
+    const auto facts = factsOf(path);
+    return facts && facts->folder;
 }
 
 std::int64_t DesktopFiles::FileSize(const std::string& path)
 {
-    struct stat info {};
-    return statOf(SystemPath(path), info) && !S_ISDIR(info.st_mode) ? info.st_size : -1;
+    const auto facts = factsOf(path);
+    return facts && !facts->folder ? facts->size : -1;
 }
 
 std::int64_t DesktopFiles::FileDate(const std::string& path)
 {
-    struct stat info {};
-    return statOf(SystemPath(path), info) ? std::int64_t(info.st_mtim.tv_sec) : -1;
+    const auto facts = factsOf(path);
+    return facts ? facts->modifiedSecs : -1;
 }
 
 bool DesktopFiles::CreateFolder(const std::string& path)
 {
+    if (const auto url = SmbUrlOf(path))
+        return m_smb.CreateFolder(*url);
     const auto target = SystemPath(path);
     if (!target || target->empty())
         return false;
@@ -179,8 +222,8 @@ std::string DesktopFiles::SizeText(std::int64_t bytes)
 
 bool DesktopFiles::IsRealFile(const std::string& path)
 {
-    struct stat info {};
-    return statOf(SystemPath(path), info) && S_ISREG(info.st_mode);
+    const auto facts = factsOf(path);
+    return facts && facts->regular;
 }
 
 bool DesktopFiles::synchronise(const std::string&, const std::string&)
@@ -205,6 +248,8 @@ std::string DesktopFiles::VolumeLabel(const std::string& drive)
 
 std::string DesktopFiles::FolderError(const std::string& folder)
 {
+    if (const auto url = SmbUrlOf(folder))
+        return m_smb.FolderError(*url);
     const auto target = SystemPath(folder);
     if (!target)
         return std::strerror(ENOENT);

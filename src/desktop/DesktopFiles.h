@@ -4,6 +4,7 @@
 
 #include "desktop/DesktopDrives.h"
 #include "desktop/FolderListing.h"
+#include "desktop/SmbFiles.h"
 #include "host/CoreDevServices.h"
 
 #include <QByteArray>
@@ -36,6 +37,9 @@ std::optional<QByteArray> EncodedText(const std::string& text, const std::string
 
 class DesktopFiles final : public CoreDevFiles {
   public:
+    /// Current user: "TimeoutSeconds" (default 10), "Port" (empty: 445).
+    static constexpr auto NetworkSettingsKey = "Software\\Valdrenix\\Core\\Settings\\Network";
+
     /// registry keeps the drive letters across runs; may be null.
     explicit DesktopFiles(std::shared_ptr<CoreDevRegistry> registry = nullptr,
                           MountTable mounts = ReadMountedVolumes);
@@ -70,10 +74,27 @@ class DesktopFiles final : public CoreDevFiles {
     std::optional<std::string> SystemPath(const std::string& location);
     /// A Linux path as a location string.
     std::string LocationOf(const std::string& systemPath);
+    /// The smb:// URL that a location on the network stands for; nothing for
+    /// any other location. Every operation on network files asks here.
+    std::optional<std::string> SmbUrlOf(const std::string& location);
+    /// The network files, one SMB client for all of them.
+    SmbFiles& Smb() { return m_smb; }
 
   private:
+    // What the file operations ask of an entry, on a local disk or a share.
+    struct EntryFacts {
+        bool folder = false;
+        bool regular = false;
+        std::int64_t size = 0;
+        std::int64_t modifiedSecs = 0;
+    };
+    std::optional<EntryFacts> factsOf(const std::string& path);
+    SmbOptions smbOptions() const;
+
+    std::shared_ptr<CoreDevRegistry> m_registry;
     DesktopDrives m_drives;
     FolderScanCache m_scans;
+    SmbFiles m_smb;
 };
 
 } // namespace fw::desktop

@@ -59,8 +59,16 @@ std::optional<QByteArray> EncodedText(const std::string& text, const std::string
 }
 
 DesktopFiles::DesktopFiles(std::shared_ptr<CoreDevRegistry> registry, MountTable mounts)
-    : m_drives(std::move(registry), std::move(mounts))
+    : m_registry(registry), m_mapped(std::make_shared<NetworkDrives>(registry)),
+      m_drives(registry, std::move(mounts))
 {
+    // A mounted volume never takes a letter that a mapping holds.
+    m_drives.SetReservedLetters([mapped = m_mapped] {
+        std::vector<char> letters;
+        for (const auto& [letter, unc] : mapped->All())
+            letters.push_back(letter);
+        return letters;
+    });
 }
 
 std::optional<std::string> DesktopFiles::SystemPath(const std::string& location)
@@ -190,17 +198,23 @@ bool DesktopFiles::synchronise(const std::string&, const std::string&)
 
 int DesktopFiles::DriveType(const std::string& drive)
 {
-    return m_drives.DriveType(drive);
+    return m_mapped->UncOf(drive).empty() ? m_drives.DriveType(drive) : 4;
 }
 
 StringList DesktopFiles::DrivesOfType(int type)
 {
-    return m_drives.DrivesOfType(type);
+    StringList drives = m_drives.DrivesOfType(type);
+    if (type != 4)
+        return drives;
+    for (const auto& [letter, unc] : m_mapped->All())
+        drives.Add(std::string{letter, ':'});
+    drives.Sort(); // "X:" texts: byte order is letter order
+    return drives;
 }
 
 std::string DesktopFiles::VolumeLabel(const std::string& drive)
 {
-    return m_drives.Label(drive);
+    return m_mapped->UncOf(drive).empty() ? m_drives.Label(drive) : std::string();
 }
 
 std::string DesktopFiles::FolderError(const std::string& folder)

@@ -4,6 +4,7 @@
 
 #include "desktop/DesktopDrives.h"
 #include "desktop/FolderListing.h"
+#include "desktop/NetworkDrives.h"
 #include "host/CoreDevServices.h"
 
 #include <QByteArray>
@@ -66,12 +67,16 @@ class DesktopFiles final : public CoreDevFiles {
 
     /// Labels and network sources of the lettered volumes.
     DesktopDrives& Drives() { return m_drives; }
+    /// Letters mapped to network shares: DriveType 4, no volume label.
+    NetworkDrives& Mapped() { return *m_mapped; }
     /// The Linux path of a location, nothing where there is none.
     std::optional<std::string> SystemPath(const std::string& location);
     /// A Linux path as a location string.
     std::string LocationOf(const std::string& systemPath);
 
   private:
+    std::shared_ptr<CoreDevRegistry> m_registry;
+    std::shared_ptr<NetworkDrives> m_mapped;
     DesktopDrives m_drives;
     FolderScanCache m_scans;
 };

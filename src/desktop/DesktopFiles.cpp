@@ -2,6 +2,7 @@
 
 #include "desktop/AtomicWrite.h"
 #include "desktop/SafeDelete.h"
+#include "desktop/SmbUrls.h"
 
 #include <QDir>
 #include <QFile>
@@ -60,7 +61,7 @@ std::optional<QByteArray> EncodedText(const std::string& text, const std::string
 
 DesktopFiles::DesktopFiles(std::shared_ptr<CoreDevRegistry> registry, MountTable mounts)
     : m_registry(registry), m_mapped(std::make_shared<NetworkDrives>(registry)),
-      m_drives(registry, std::move(mounts))
+      m_drives(registry, std::move(mounts)), m_smb([this] { return smbOptions(); })
 {
     // A mounted volume never takes a letter that a mapping holds.
     m_drives.SetReservedLetters([mapped = m_mapped] {
@@ -69,6 +70,26 @@ DesktopFiles::DesktopFiles(std::shared_ptr<CoreDevRegistry> registry, MountTable
             letters.push_back(letter);
         return letters;
     });
+}
+
+SmbOptions DesktopFiles::smbOptions() const
+{
+    SmbOptions options;
+    if (!m_registry)
+        return options;
+    RegistryStrings& settings = m_registry->Strings();
+    const std::string key = std::string(NetworkSettingsKey) + '\\';
+    const int seconds = settings.ReadNumber(HiveCurrentUser, key + "TimeoutSeconds", 10);
+    options.timeoutMs = (seconds > 0 ? seconds : 10) * 1000;
+    options.defaultPort = settings.ReadNumber(HiveCurrentUser, key + "Port", 0);
+    return options;
+}
+
+std::optional<std::string> DesktopFiles::SmbUrlOf(const std::string& location)
+{
+    // A mapped letter stands for its share: "X:\a" is "\\host\share\a".
+    const std::string resolved = m_mapped->Resolve(location);
+    return IsUnc(resolved) ? UncToSmbUrl(resolved) : std::nullopt;
 }
 
 std::optional<std::string> DesktopFiles::SystemPath(const std::string& location)
@@ -95,6 +116,8 @@ bool DesktopFiles::WriteTextFile(const std::string& path, const std::string& tex
 
 bool DesktopFiles::DeleteFile(const std::string& path)
 {
+    if (const auto url = SmbUrlOf(path))
+        return m_smb.DeleteFile(*url);
     const auto target = SystemPath(path);
     m_scans.Forget();
     return target && DeleteEntry(*target);
@@ -103,6 +126,8 @@ bool DesktopFiles::DeleteFile(const std::string& path)
 std::vector<FileEntry> DesktopFiles::ListFiles(const std::string& folder,
                                                const std::string& pattern)
 {
+    if (const auto url = SmbUrlOf(folder))
+        return m_smb.List(*url, pattern).value_or(std::vector<FileEntry>());
     std::vector<FileEntry> result;
     const auto path = SystemPath(folder);
     int error = 0;
@@ -122,6 +147,8 @@ std::vector<FileEntry> DesktopFiles::ListFiles(const std::string& folder,
 
 bool DesktopFiles::DeleteFolder(const std::string& path)
 {
+    if (const auto url = SmbUrlOf(path))
+        return m_smb.DeleteTree(*url);
     const auto target = SystemPath(path);
     m_scans.Forget();
     return target && DeleteTree(*target, homeFolder());
@@ -129,30 +156,48 @@ bool DesktopFiles::DeleteFolder(const std::string& path)
 
 bool DesktopFiles::FileExists(const std::string& path)
 {
+    if (const auto url = SmbUrlOf(path)) {
+        const auto found = m_smb.Stat(*url);
+        return found && !found->folder;
+    }
     struct stat info {};
     return statOf(SystemPath(path), info) && !S_ISDIR(info.st_mode);
 }
 
 bool DesktopFiles::FolderExists(const std::string& path)
 {
+    if (const auto url = SmbUrlOf(path)) {
+        const auto found = m_smb.Stat(*url);
+        return found && found->folder;
+    }
     struct stat info {};
     return statOf(SystemPath(path), info) && S_ISDIR(info.st_mode);
 }
 
 std::int64_t DesktopFiles::FileSize(const std::string& path)
 {
+    if (const auto url = SmbUrlOf(path)) {
+        const auto found = m_smb.Stat(*url);
+        return found && !found->folder ? found->size : -1;
+    }
     struct stat info {};
     return statOf(SystemPath(path), info) && !S_ISDIR(info.st_mode) ? info.st_size : -1;
 }
 
 std::int64_t DesktopFiles::FileDate(const std::string& path)
 {
+    if (const auto url = SmbUrlOf(path)) {
+        const auto found = m_smb.Stat(*url);
+        return found ? found->modifiedSecs : -1;
+    }
     struct stat info {};
     return statOf(SystemPath(path), info) ? std::int64_t(info.st_mtim.tv_sec) : -1;
 }
 
 bool DesktopFiles::CreateFolder(const std::string& path)
 {
+    if (const auto url = SmbUrlOf(path))
+        return m_smb.CreateFolder(*url);
     const auto target = SystemPath(path);
     if (!target || target->empty())
         return false;
@@ -187,6 +232,10 @@ std::string DesktopFiles::SizeText(std::int64_t bytes)
 
 bool DesktopFiles::IsRealFile(const std::string& path)
 {
+    if (const auto url = SmbUrlOf(path)) {
+        const auto found = m_smb.Stat(*url);
+        return found && !found->folder;
+    }
     struct stat info {};
     return statOf(SystemPath(path), info) && S_ISREG(info.st_mode);
 }
@@ -219,6 +268,8 @@ std::string DesktopFiles::VolumeLabel(const std::string& drive)
 
 std::string DesktopFiles::FolderError(const std::string& folder)
 {
+    if (const auto url = SmbUrlOf(folder))
+        return m_smb.FolderError(*url);
     const auto target = SystemPath(folder);
     if (!target)
         return std::strerror(ENOENT);
@@ -230,7 +281,15 @@ std::string DesktopFiles::FolderError(const std::string& folder)
 
 std::shared_ptr<NetworkService> DesktopFiles::Network()
 {
-    return nullptr;
+    if (!m_network) {
+        DesktopNetwork::Volumes volumes{
+            [this](const std::string& drive) { return m_drives.DriveType(drive); },
+            [this](const std::string& drive) { return m_drives.UncOfDrive(drive); }};
+        m_network =
+            std::make_shared<DesktopNetwork>([this]() -> SmbClient& { return m_smb.Client(); },
+                                             m_mapped, m_registry, std::move(volumes));
+    }
+    return m_network;
 }
 
 } // namespace fw::desktop

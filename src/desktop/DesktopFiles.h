@@ -3,8 +3,10 @@
 // location strings.
 
 #include "desktop/DesktopDrives.h"
+#include "desktop/DesktopNetwork.h"
 #include "desktop/FolderListing.h"
 #include "desktop/NetworkDrives.h"
+#include "desktop/SmbFiles.h"
 #include "host/CoreDevServices.h"
 
 #include <QByteArray>
@@ -26,7 +28,9 @@ namespace fw::desktop {
 /// removes a file or a link, never a link's target; DeleteFolder removes a
 /// tree without following links out of it and refuses "/" and the home folder
 /// (SafeDelete.h). SizeText: "512 Bytes", "1,5 KB", "3,2 MB" (binary units).
-/// Network gives null and synchronise false: they come with the network work.
+/// UNC paths and letters mapped to shares (NetworkDrives.h) go to the SMB
+/// client (SmbFiles.h); Network is the DesktopNetwork over the same client and
+/// mappings. synchronise answers false.
 /// text, given as UTF-8, in an encoding named as iconv and Qt name them:
 /// empty or "UTF-8" passes the bytes unchanged (even ones that are no UTF-8);
 /// "ISO-8859-1"/"Latin1", "UTF-16LE", "UTF-16BE", "UTF-16", "UTF-32..." and
@@ -37,6 +41,9 @@ std::optional<QByteArray> EncodedText(const std::string& text, const std::string
 
 class DesktopFiles final : public CoreDevFiles {
   public:
+    /// Current user: "TimeoutSeconds" (default 10), "Port" (empty: 445).
+    static constexpr auto NetworkSettingsKey = DesktopNetwork::SettingsKey;
+
     /// registry keeps the drive letters across runs; may be null.
     explicit DesktopFiles(std::shared_ptr<CoreDevRegistry> registry = nullptr,
                           MountTable mounts = ReadMountedVolumes);
@@ -73,12 +80,21 @@ class DesktopFiles final : public CoreDevFiles {
     std::optional<std::string> SystemPath(const std::string& location);
     /// A Linux path as a location string.
     std::string LocationOf(const std::string& systemPath);
+    /// The smb:// URL that a location on the network stands for; nothing for
+    /// any other location. Every operation on network files asks here.
+    std::optional<std::string> SmbUrlOf(const std::string& location);
+    /// The network files, one SMB client for all of them.
+    SmbFiles& Smb() { return m_smb; }
 
   private:
+    SmbOptions smbOptions() const;
+
     std::shared_ptr<CoreDevRegistry> m_registry;
     std::shared_ptr<NetworkDrives> m_mapped;
     DesktopDrives m_drives;
     FolderScanCache m_scans;
+    SmbFiles m_smb;
+    std::shared_ptr<DesktopNetwork> m_network;
 };
 
 } // namespace fw::desktop

@@ -14,7 +14,7 @@ namespace {
 
 std::string settingName(const char* value)
 {
-    return std::string(NetworkSettings::SettingsKey) + '\\' + value;
+    return std::string(DesktopNetwork::SettingsKey) + '\\' + value;
 }
 
 QString folded(const std::string& name)
@@ -62,23 +62,7 @@ std::string driveOf(const std::string& local)
 
 } // namespace
 
-SmbOptions NetworkSettings::ClientOptions(CoreDevRegistry* registry)
-{
-    SmbOptions options;
-    if (!registry)
-        return options;
-    RegistryStrings& strings = registry->Strings();
-    const int seconds = strings.ReadNumber(HiveCurrentUser, settingName("TimeoutSeconds"), 10);
-    if (seconds > 0)
-        options.timeoutMs = seconds * 1000;
-    const int port = strings.ReadNumber(HiveCurrentUser, settingName("Port"), 0);
-    if (port > 0 && port <= 65535)
-        options.defaultPort = port;
-    return options;
-}
-
-DesktopNetwork::DesktopNetwork(std::shared_ptr<SmbClient> client,
-                               std::shared_ptr<NetworkDrives> drives,
+DesktopNetwork::DesktopNetwork(ClientSource client, std::shared_ptr<NetworkDrives> drives,
                                std::shared_ptr<CoreDevRegistry> registry, Volumes volumes,
                                HostFinder finder)
     : m_client(std::move(client)), m_drives(std::move(drives)), m_registry(std::move(registry)),
@@ -110,14 +94,14 @@ StringList DesktopNetwork::Domains()
 {
     // The browse service is off on most networks now: the configured
     // workgroup keeps the list from being empty.
-    std::vector<std::string> domains = m_client->Workgroups();
+    std::vector<std::string> domains = m_client().Workgroups();
     domains.push_back(ConfiguredWorkgroup());
     return uniqueSorted(std::move(domains));
 }
 
 StringList DesktopNetwork::Hosts(const std::string& domain)
 {
-    std::vector<std::string> hosts = m_client->Servers(domain);
+    std::vector<std::string> hosts = m_client().Servers(domain);
     if (folded(domain) == folded(ConfiguredWorkgroup())) {
         for (auto&& found : m_finder())
             hosts.push_back(std::move(found));
@@ -133,7 +117,7 @@ ShareList DesktopNetwork::Shares(const std::string& host)
 {
     ShareList shares;
     const auto url = UncToSmbUrl("\\\\" + host + "\\");
-    const auto listed = url ? m_client->ListShares(*url) : std::nullopt;
+    const auto listed = url ? m_client().ListShares(*url) : std::nullopt;
     if (!listed)
         return shares;
     for (ShareInfo share : listed->items()) {
@@ -169,9 +153,9 @@ std::string DesktopNetwork::Connect(const std::string& remote, const std::string
         root += ':' + std::to_string(parts->port);
     root += '\\' + parts->share;
     const auto url = UncToSmbUrl(root + '\\');
-    const auto answer = url ? m_client->Stat(*url) : std::nullopt;
+    const auto answer = url ? m_client().Stat(*url) : std::nullopt;
     if (!answer || !answer->folder) {
-        const std::string why = m_client->LastError();
+        const std::string why = m_client().LastError();
         return "Die Freigabe " + root + " antwortet nicht" + (why.empty() ? "." : ": " + why);
     }
     if (!m_drives->Map(drive, root, persist))

@@ -13,18 +13,13 @@
 
 namespace fw::desktop {
 
-/// Values of the current user's key SettingsKey: "TimeoutSeconds" (default
-/// 10), "Port" (empty: 445), "Hosts" (added by hand) and "KnownHosts"
-/// (connected to before), both ";"-separated.
-struct NetworkSettings {
-    static constexpr auto SettingsKey = "Software\\Valdrenix\\Core\\Settings\\Network";
-
-    /// The client's options as the store sets them; registry may be null.
-    static SmbOptions ClientOptions(CoreDevRegistry* registry);
-};
-
+/// Settings are values of the current user's key SettingsKey: "Hosts" (added
+/// by hand) and "KnownHosts" (connected to before), both ";"-separated; the
+/// client's "TimeoutSeconds" and "Port" (DesktopFiles) live there too.
 class DesktopNetwork final : public NetworkService {
   public:
+    static constexpr auto SettingsKey = "Software\\Valdrenix\\Core\\Settings\\Network";
+
     /// The lettered volumes that mapping must leave alone: their type for
     /// "X:" (0 for none) and the UNC path of a mounted network volume.
     struct Volumes {
@@ -32,10 +27,12 @@ class DesktopNetwork final : public NetworkService {
         std::function<std::string(const std::string& drive)> uncOf;
     };
     using HostFinder = std::function<std::vector<std::string>()>;
+    /// The client shared with the file operations, made on first use.
+    using ClientSource = std::function<SmbClient&()>;
 
     /// registry may be null (no hosts added by hand, nothing remembered).
     /// finder defaults to DNS-SD discovery (HostDiscovery.h).
-    DesktopNetwork(std::shared_ptr<SmbClient> client, std::shared_ptr<NetworkDrives> drives,
+    DesktopNetwork(ClientSource client, std::shared_ptr<NetworkDrives> drives,
                    std::shared_ptr<CoreDevRegistry> registry, Volumes volumes,
                    HostFinder finder = {});
 
@@ -67,7 +64,7 @@ class DesktopNetwork final : public NetworkService {
     std::vector<std::string> storedHosts(const char* value) const;
     void rememberHost(const std::string& host);
 
-    std::shared_ptr<SmbClient> m_client;
+    ClientSource m_client;
     std::shared_ptr<NetworkDrives> m_drives;
     std::shared_ptr<CoreDevRegistry> m_registry;
     Volumes m_volumes;

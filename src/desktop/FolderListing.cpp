@@ -70,10 +70,11 @@ std::uint64_t foldedHead(const std::string& name)
     return head;
 }
 
-// Folders first, then by name. A million names take some twenty million
-// comparisons: small keys whose folded heads settle most of them as numbers
-// are sorted, and the entries moved into place once.
-void sortEntries(std::vector<ScannedEntry>& entries)
+} // namespace
+
+// A million names take some twenty million comparisons: small keys whose
+// folded heads settle most of them as numbers are sorted, not the entries.
+std::vector<std::uint32_t> FolderEntryOrder(const std::vector<ScannedEntry>& entries)
 {
     struct Key {
         std::uint64_t head;
@@ -91,12 +92,23 @@ void sortEntries(std::vector<ScannedEntry>& entries)
             return a.head < b.head;
         return nameLess(entries[a.index].name, entries[b.index].name);
     });
+    std::vector<std::uint32_t> order;
+    order.reserve(keys.size());
+    for (const Key& key : keys)
+        order.push_back(key.index);
+    return order;
+}
+
+void SortFolderEntries(std::vector<ScannedEntry>& entries)
+{
     std::vector<ScannedEntry> sorted;
     sorted.reserve(entries.size());
-    for (const Key& key : keys)
-        sorted.push_back(std::move(entries[key.index]));
+    for (const std::uint32_t index : FolderEntryOrder(entries))
+        sorted.push_back(std::move(entries[index]));
     entries.swap(sorted);
 }
+
+namespace {
 
 // A character of a text folded for matching: Unicode texts come folded
 // already, ASCII bytes are folded here.
@@ -159,7 +171,7 @@ bool ScanFolder(const std::string& folder, std::vector<ScannedEntry>& entries, i
     }
     error = errno;
     closedir(stream);
-    sortEntries(entries);
+    SortFolderEntries(entries);
     return error == 0;
 }
 

@@ -25,6 +25,11 @@ struct ScannedEntry {
 /// folder cannot be read.
 bool ScanFolder(const std::string& folder, std::vector<ScannedEntry>& entries, int& error);
 
+/// Folders first, then by name with ASCII case ignored, as ScanFolder orders.
+void SortFolderEntries(std::vector<ScannedEntry>& entries);
+/// The indices of entries in that order, for records that carry more.
+std::vector<std::uint32_t> FolderEntryOrder(const std::vector<ScannedEntry>& entries);
+
 /// File name patterns: "*" and "?" wildcards, case ignored, several patterns
 /// separated by ";". "*.*" takes names without a dot too; an empty text takes
 /// all.

@@ -72,6 +72,12 @@ DesktopFiles::DesktopFiles(std::shared_ptr<CoreDevRegistry> registry, MountTable
     });
 }
 
+DesktopFiles::~DesktopFiles()
+{
+    if (m_network)
+        m_network->Detach();
+}
+
 SmbOptions DesktopFiles::smbOptions() const
 {
     SmbOptions options;

@@ -47,6 +47,8 @@ class DesktopFiles final : public CoreDevFiles {
     /// registry keeps the drive letters across runs; may be null.
     explicit DesktopFiles(std::shared_ptr<CoreDevRegistry> registry = nullptr,
                           MountTable mounts = ReadMountedVolumes);
+    /// A Network() kept beyond this object stays safe to call (detached).
+    ~DesktopFiles() override;
 
     /// text (UTF-8) in the named encoding (EncodedText); flag is ignored.
     /// Atomic: the old file stays whole if anything fails, and an unknown

@@ -94,14 +94,16 @@ StringList DesktopNetwork::Domains()
 {
     // The browse service is off on most networks now: the configured
     // workgroup keeps the list from being empty.
-    std::vector<std::string> domains = m_client().Workgroups();
+    std::vector<std::string> domains =
+        client() ? client()->Workgroups() : std::vector<std::string>();
     domains.push_back(ConfiguredWorkgroup());
     return uniqueSorted(std::move(domains));
 }
 
 StringList DesktopNetwork::Hosts(const std::string& domain)
 {
-    std::vector<std::string> hosts = m_client().Servers(domain);
+    std::vector<std::string> hosts =
+        client() ? client()->Servers(domain) : std::vector<std::string>();
     if (folded(domain) == folded(ConfiguredWorkgroup())) {
         for (auto&& found : m_finder())
             hosts.push_back(std::move(found));
@@ -117,7 +119,7 @@ ShareList DesktopNetwork::Shares(const std::string& host)
 {
     ShareList shares;
     const auto url = UncToSmbUrl("\\\\" + host + "\\");
-    const auto listed = url ? m_client().ListShares(*url) : std::nullopt;
+    const auto listed = url && client() ? client()->ListShares(*url) : std::nullopt;
     if (!listed)
         return shares;
     for (ShareInfo share : listed->items()) {
@@ -153,9 +155,9 @@ std::string DesktopNetwork::Connect(const std::string& remote, const std::string
         root += ':' + std::to_string(parts->port);
     root += '\\' + parts->share;
     const auto url = UncToSmbUrl(root + '\\');
-    const auto answer = url ? m_client().Stat(*url) : std::nullopt;
+    const auto answer = url && client() ? client()->Stat(*url) : std::nullopt;
     if (!answer || !answer->folder) {
-        const std::string why = m_client().LastError();
+        const std::string why = client() ? client()->LastError() : std::string();
         return "Die Freigabe " + root + " antwortet nicht" + (why.empty() ? "." : ": " + why);
     }
     if (!m_drives->Map(drive, root, persist))
@@ -184,6 +186,17 @@ std::string DesktopNetwork::UncOfDrive(const std::string& drive)
     if (!mapped.empty() || !m_volumes.uncOf)
         return mapped;
     return m_volumes.uncOf(drive);
+}
+
+void DesktopNetwork::Detach()
+{
+    m_client = nullptr;
+    m_volumes = {};
+}
+
+SmbClient* DesktopNetwork::client()
+{
+    return m_client ? &m_client() : nullptr;
 }
 
 std::vector<std::string> DesktopNetwork::storedHosts(const char* value) const

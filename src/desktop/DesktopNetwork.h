@@ -57,10 +57,15 @@ class DesktopNetwork final : public NetworkService {
     /// "\\host\share" of a mapped letter or of a mounted network volume.
     std::string UncOfDrive(const std::string& drive) override;
 
+    /// Called by the owner of the client and the volumes as it goes: from
+    /// then on the lists hold only what the store names, and Connect fails.
+    void Detach();
+
     /// The workgroup of smb.conf (libsmbclient's reading), "WORKGROUP" by default.
     static std::string ConfiguredWorkgroup();
 
   private:
+    SmbClient* client();
     std::vector<std::string> storedHosts(const char* value) const;
     void rememberHost(const std::string& host);
 

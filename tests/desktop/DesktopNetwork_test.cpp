@@ -42,9 +42,6 @@ class DesktopNetworkTest : public ::testing::Test {
     {
         if (server->Port() == 0)
             GTEST_SKIP() << server->SkipReason().toStdString();
-        // libsmbclient lists the shares of "host:port" only after seconds of
-        // name queries; the default port spares the test server that wait.
-        registry->WriteNumber(fw::HiveCurrentUser, setting("Port"), server->Port());
     }
 
     static std::string setting(const char* value)

@@ -1,5 +1,7 @@
 #include "desktop/SmbClient.h"
 
+#include "desktop/SmbUrls.h"
+
 #include <QDir>
 #include <QFile>
 #include <condition_variable>
@@ -7,6 +9,7 @@
 #include <fstream>
 #include <functional>
 #include <libsmbclient.h>
+#include <map>
 #include <mutex>
 #include <sys/stat.h>
 #include <thread>
@@ -18,6 +21,7 @@ namespace {
 
 constexpr std::uint16_t kHiddenAttribute = 0x02;
 constexpr std::uint16_t kFolderAttribute = 0x10;
+constexpr std::uint16_t kLinkAttribute = 0x400; // a reparse point
 
 struct Credentials {
     std::string user, password, domain;
@@ -168,7 +172,10 @@ class Session {
             m_job = nullptr;
             lock.unlock();
             library.lock();
-            job(context);
+            // A call given up while it waited for the library is not made:
+            // stuck calls would otherwise pile up behind one silent host.
+            if (!abandoned())
+                job(context);
             library.unlock();
             lock.lock();
         }
@@ -178,6 +185,12 @@ class Session {
             smbc_free_context(context, 1);
     }
 
+    bool abandoned()
+    {
+        std::lock_guard guard(m_mutex);
+        return m_quit;
+    }
+
     std::mutex m_mutex;
     std::condition_variable m_wake, m_finished;
     Job m_job;
@@ -185,7 +198,7 @@ class Session {
     std::thread m_thread;
 };
 
-// Names as readdirplus2 gives them, "." and ".." left out.
+// The entries a listing holds besides the folder's own: "." and "..".
 bool isNavigationEntry(const char* name)
 {
     return std::strcmp(name, ".") == 0 || std::strcmp(name, "..") == 0;
@@ -193,22 +206,90 @@ bool isNavigationEntry(const char* name)
 
 std::string childUrl(const std::string& folderUrl, const std::string& name)
 {
-    std::string url = folderUrl;
-    if (url.empty() || url.back() != '/')
-        url += '/';
-    // Names travel percent-encoded where libsmbclient would read them otherwise.
-    static constexpr char hex[] = "0123456789ABCDEF";
-    for (const char ch : name) {
-        const auto c = static_cast<unsigned char>(ch);
-        if (c < 0x21 || c >= 0x7F || std::strchr("%/@;?#", c)) {
-            url += '%';
-            url += hex[c >> 4];
-            url += hex[c & 15];
-        } else {
-            url += ch;
-        }
+    return folderUrl + (folderUrl.ends_with('/') ? "" : "/") + SmbUrlName(name);
+}
+
+// errno of the last libsmbclient call, never 0 for a failure.
+int failure()
+{
+    return errno != 0 ? errno : EIO;
+}
+
+int listFolder(SMBCCTX* context, const std::string& url, std::vector<SmbEntry>& entries)
+{
+    SMBCFILE* folder = smbc_getFunctionOpendir(context)(context, url.c_str());
+    if (!folder)
+        return failure();
+    // The file information of the one listing pass has all an entry needs;
+    // readdirplus2 would add a stat record per entry, parsing the folder's
+    // URL again each time (a third of the time of 10,000 entries).
+    const auto next = smbc_getFunctionReaddirPlus(context);
+    // The end of the listing leaves errno as the last inner call set it.
+    for (errno = 0; const libsmb_file_info* entry = next(context, folder); errno = 0) {
+        if (!entry->name || isNavigationEntry(entry->name))
+            continue;
+        SmbEntry& out = entries.emplace_back();
+        out.name = entry->name;
+        out.folder = (entry->attrs & kFolderAttribute) != 0;
+        out.hidden = (entry->attrs & kHiddenAttribute) != 0 || out.name.starts_with('.');
+        out.link = (entry->attrs & kLinkAttribute) != 0;
+        out.size = std::int64_t(entry->size);
+        out.modifiedSecs = entry->mtime_ts.tv_sec;
     }
-    return url;
+    const int error = errno;
+    smbc_getFunctionClosedir(context)(context, folder);
+    return error;
+}
+
+int removeEntry(SMBCCTX* context, const std::string& url, const SmbEntry& entry);
+
+int removeTree(SMBCCTX* context, const std::string& url)
+{
+    std::vector<SmbEntry> entries;
+    if (const int error = listFolder(context, url, entries))
+        return error;
+    for (const SmbEntry& entry : entries)
+        if (const int error = removeEntry(context, childUrl(url, entry.name), entry))
+            return error;
+    return smbc_getFunctionRmdir(context)(context, url.c_str()) ? failure() : 0;
+}
+
+// A link to a folder goes as a folder does, by rmdir, but without its content.
+int removeEntry(SMBCCTX* context, const std::string& url, const SmbEntry& entry)
+{
+    if (entry.folder && !entry.link)
+        return removeTree(context, url);
+    const auto remove =
+        entry.folder ? smbc_getFunctionRmdir(context) : smbc_getFunctionUnlink(context);
+    return remove(context, url.c_str()) ? failure() : 0;
+}
+
+ShareInfo::Kind shareKind(unsigned type)
+{
+    switch (type) {
+    case SMBC_PRINTER_SHARE:
+        return ShareInfo::Printer;
+    case SMBC_COMMS_SHARE:
+        return ShareInfo::Device;
+    case SMBC_IPC_SHARE:
+        return ShareInfo::Ipc;
+    default:
+        return ShareInfo::Disk;
+    }
+}
+
+// The names a browse listing ("smb://", "smb://group/") holds of one type.
+int namesOf(SMBCCTX* context, const std::string& url, unsigned type,
+            std::vector<std::string>& names)
+{
+    SMBCFILE* folder = smbc_getFunctionOpendir(context)(context, url.c_str());
+    if (!folder)
+        return failure();
+    while (const smbc_dirent* entry = smbc_getFunctionReaddir(context)(context, folder))
+        if (entry->smbc_type == type)
+            names.emplace_back(entry->name);
+    smbc_getFunctionClosedir(context)(context, folder);
+    return 0;
 }
 
 } // namespace
@@ -245,91 +326,32 @@ struct SmbClient::Impl {
         return *error == 0;
     }
 
+    // Browse lists change slowly (a browse master announces every few
+    // minutes), and asking where there is none costs the better part of a
+    // second of broadcast name lookups: each answer, none included, is kept
+    // a minute.
+    std::vector<std::string> browse(const std::string& url, unsigned type)
+    {
+        const auto now = std::chrono::steady_clock::now();
+        const auto kept = browsed.find(url);
+        if (kept != browsed.end() && now - kept->second.first < std::chrono::minutes(1))
+            return kept->second.second;
+        auto names = std::make_shared<std::vector<std::string>>();
+        call([names, url, type](SMBCCTX* c) { return namesOf(c, url, type, *names); });
+        browsed[url] = {now, *names};
+        return *names;
+    }
+
+    std::map<std::string,
+             std::pair<std::chrono::steady_clock::time_point, std::vector<std::string>>>
+        browsed;
+
     ~Impl()
     {
         if (session)
             session->Stop(true);
     }
 };
-
-namespace {
-
-// errno of the last libsmbclient call, never 0 for a failure.
-int failure()
-{
-    return errno != 0 ? errno : EIO;
-}
-
-int listFolder(SMBCCTX* context, const std::string& url, std::vector<SmbEntry>& entries)
-{
-    SMBCFILE* folder = smbc_getFunctionOpendir(context)(context, url.c_str());
-    if (!folder)
-        return failure();
-    struct stat info {};
-    // The end of the listing leaves errno as the last inner call set it.
-    for (errno = 0; const libsmb_file_info* entry =
-                        smbc_getFunctionReaddirPlus2(context)(context, folder, &info);
-         errno = 0) {
-        if (!entry->name || isNavigationEntry(entry->name))
-            continue;
-        SmbEntry& out = entries.emplace_back();
-        out.name = entry->name;
-        out.folder = (entry->attrs & kFolderAttribute) != 0;
-        out.hidden = (entry->attrs & kHiddenAttribute) != 0 || out.name.front() == '.';
-        out.size = std::int64_t(entry->size);
-        out.modifiedSecs = entry->mtime_ts.tv_sec;
-    }
-    const int error = errno;
-    smbc_getFunctionClosedir(context)(context, folder);
-    return error;
-}
-
-int removeTree(SMBCCTX* context, const std::string& url)
-{
-    std::vector<SmbEntry> entries;
-    if (const int error = listFolder(context, url, entries))
-        return error;
-    for (const SmbEntry& entry : entries) {
-        const std::string child = childUrl(url, entry.name);
-        const int error =
-            entry.folder
-                ? removeTree(context, child)
-                : (smbc_getFunctionUnlink(context)(context, child.c_str()) ? failure() : 0);
-        if (error)
-            return error;
-    }
-    return smbc_getFunctionRmdir(context)(context, url.c_str()) ? failure() : 0;
-}
-
-ShareInfo::Kind shareKind(unsigned type)
-{
-    switch (type) {
-    case SMBC_PRINTER_SHARE:
-        return ShareInfo::Printer;
-    case SMBC_COMMS_SHARE:
-        return ShareInfo::Device;
-    case SMBC_IPC_SHARE:
-        return ShareInfo::Ipc;
-    default:
-        return ShareInfo::Disk;
-    }
-}
-
-// The names a browse listing ("smb://", "smb://group/") holds of one type.
-int namesOf(SMBCCTX* context, const std::string& url, unsigned type,
-            std::vector<std::string>& names)
-{
-    SMBCFILE* folder = smbc_getFunctionOpendir(context)(context, url.c_str());
-    if (!folder)
-        return failure();
-    while (const smbc_dirent* entry = smbc_getFunctionReaddir(context)(context, folder))
-        if (entry->smbc_type == type)
-            names.emplace_back(entry->name);
-    smbc_getFunctionClosedir(context)(context, folder);
-    return 0;
-}
-
-} // namespace
 
 SmbClient::SmbClient(SmbOptions options) : m_impl(std::make_unique<Impl>())
 {
@@ -375,17 +397,12 @@ std::optional<ShareList> SmbClient::ListShares(const std::string& hostUrl)
 
 std::vector<std::string> SmbClient::Workgroups()
 {
-    auto names = std::make_shared<std::vector<std::string>>();
-    m_impl->call([names](SMBCCTX* c) { return namesOf(c, "smb://", SMBC_WORKGROUP, *names); });
-    return std::move(*names);
+    return m_impl->browse("smb://", SMBC_WORKGROUP);
 }
 
 std::vector<std::string> SmbClient::Servers(const std::string& workgroup)
 {
-    auto names = std::make_shared<std::vector<std::string>>();
-    const std::string url = childUrl("smb://", workgroup);
-    m_impl->call([names, url](SMBCCTX* c) { return namesOf(c, url, SMBC_SERVER, *names); });
-    return std::move(*names);
+    return m_impl->browse(childUrl("smb://", workgroup), SMBC_SERVER);
 }
 
 std::optional<SmbStat> SmbClient::Stat(const std::string& url)

@@ -28,6 +28,7 @@ struct SmbEntry {
     std::string name; ///< bytes as the server sends them (UTF-8), no "." or ".."
     bool folder = false;
     bool hidden = false;
+    bool link = false; ///< a link or junction, where the server shows it as one
     std::int64_t size = 0;
     std::int64_t modifiedSecs = 0; ///< seconds since the epoch, UTC
 };
@@ -65,7 +66,9 @@ class SmbClient {
     std::optional<SmbStat> Stat(const std::string& url);
     bool MakeFolder(const std::string& url);
     bool RemoveFile(const std::string& url);
-    /// Removes a folder with all it holds; links are removed, never followed.
+    /// Removes a folder with all it holds; links are removed, never followed,
+    /// where the server shows them as links (a Samba server that follows
+    /// links itself shows a link to a folder as that folder).
     bool RemoveTree(const std::string& url);
     /// Why the last failed call failed; empty after a success.
     std::string LastError() const;

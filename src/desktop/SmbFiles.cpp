@@ -150,7 +150,7 @@ bool SmbFiles::DeleteTree(const std::string& url)
 
 std::string SmbFiles::FolderError(const std::string& url)
 {
-    m_listedUrl.clear();
+    // A listing made a moment ago answers too: the chooser asks before it lists.
     return listOnce(url) ? std::string() : Client().LastError();
 }
 

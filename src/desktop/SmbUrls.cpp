@@ -108,6 +108,11 @@ std::string hostPort(const UncParts& parts)
 
 } // namespace
 
+std::string SmbUrlName(std::string_view bytes)
+{
+    return percentEncoded(bytes);
+}
+
 bool IsUnc(std::string_view location)
 {
     return location.size() > 2 && location.starts_with("\\\\") && location[2] != '\\';

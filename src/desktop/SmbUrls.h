@@ -30,6 +30,10 @@ std::optional<UncParts> SplitUnc(std::string_view unc);
 /// an escape). A trailing "\" stays a trailing "/".
 std::optional<std::string> UncToSmbUrl(std::string_view unc);
 
+/// One name (bytes) as it travels in an smb:// URL, percent-encoded as
+/// UncToSmbUrl encodes each name.
+std::string SmbUrlName(std::string_view bytes);
+
 /// The inverse of UncToSmbUrl. Accepts "smb://" in any case, percent-encoded
 /// or plain names, and drops user information ("smb://anna@host/share"): a
 /// location names a place, not an account. Nothing for other texts.

@@ -38,6 +38,7 @@ class SambaServer {
     void Kill();
 
   private:
+    static QString rootTemplate();
     bool writeConfig(quint16 port);
     void addAccount();
 

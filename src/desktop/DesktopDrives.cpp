@@ -217,6 +217,12 @@ void DesktopDrives::Refresh()
     m_age.invalidate();
 }
 
+void DesktopDrives::SetReservedLetters(std::function<std::vector<char>()> reserved)
+{
+    m_reserved = std::move(reserved);
+    Refresh();
+}
+
 const DesktopDrives::Drive* DesktopDrives::find(const std::string& drive)
 {
     const char letter = letterOf(drive);
@@ -260,6 +266,12 @@ void DesktopDrives::assignLetters(const std::vector<VolumeRecord>& volumes)
 
     std::array<bool, 26> taken{};
     taken['C' - 'A'] = true;
+    if (m_reserved) {
+        for (const char letter : m_reserved()) {
+            if (letter >= 'A' && letter <= 'Z')
+                taken[std::size_t(letter - 'A')] = true;
+        }
+    }
     std::vector<const VolumeRecord*> waiting;
     for (const VolumeRecord& volume : lettered)
         waiting.push_back(&volume);

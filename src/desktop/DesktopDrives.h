@@ -69,6 +69,9 @@ class DesktopDrives {
     std::vector<DriveRoot> Roots();
     /// Forgets the last reading of the table.
     void Refresh();
+    /// Letters that no volume may take (mapped network drives); asked at each
+    /// reading of the table.
+    void SetReservedLetters(std::function<std::vector<char>()> reserved);
 
   private:
     const std::vector<Drive>& drives();
@@ -84,6 +87,7 @@ class DesktopDrives {
 
     std::shared_ptr<CoreDevRegistry> m_registry;
     MountTable m_table;
+    std::function<std::vector<char>()> m_reserved;
     std::vector<Drive> m_drives;
     std::vector<Remembered> m_remembered; // by letter, 'A' at 0
     bool m_rememberedLoaded = false;

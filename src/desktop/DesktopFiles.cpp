@@ -60,9 +60,22 @@ std::optional<QByteArray> EncodedText(const std::string& text, const std::string
 }
 
 DesktopFiles::DesktopFiles(std::shared_ptr<CoreDevRegistry> registry, MountTable mounts)
-    : m_registry(registry), m_drives(std::move(registry), std::move(mounts)),
-      m_smb([this] { return smbOptions(); })
+    : m_registry(registry), m_mapped(std::make_shared<NetworkDrives>(registry)),
+      m_drives(registry, std::move(mounts)), m_smb([this] { return smbOptions(); })
 {
+    // A mounted volume never takes a letter that a mapping holds.
+    m_drives.SetReservedLetters([mapped = m_mapped] {
+        std::vector<char> letters;
+        for (const auto& [letter, unc] : mapped->All())
+            letters.push_back(letter);
+        return letters;
+    });
+}
+
+DesktopFiles::~DesktopFiles()
+{
+    if (m_network)
+        m_network->Detach();
 }
 
 SmbOptions DesktopFiles::smbOptions() const
@@ -80,7 +93,9 @@ SmbOptions DesktopFiles::smbOptions() const
 
 std::optional<std::string> DesktopFiles::SmbUrlOf(const std::string& location)
 {
-    return IsUnc(location) ? UncToSmbUrl(location) : std::nullopt;
+    // A mapped letter stands for its share: "X:\a" is "\\host\share\a".
+    const std::string resolved = m_mapped->Resolve(location);
+    return IsUnc(resolved) ? UncToSmbUrl(resolved) : std::nullopt;
 }
 
 std::optional<std::string> DesktopFiles::SystemPath(const std::string& location)
@@ -233,17 +248,23 @@ bool DesktopFiles::synchronise(const std::string&, const std::string&)
 
 int DesktopFiles::DriveType(const std::string& drive)
 {
-    return m_drives.DriveType(drive);
+    return m_mapped->UncOf(drive).empty() ? m_drives.DriveType(drive) : 4;
 }
 
 StringList DesktopFiles::DrivesOfType(int type)
 {
-    return m_drives.DrivesOfType(type);
+    StringList drives = m_drives.DrivesOfType(type);
+    if (type != 4)
+        return drives;
+    for (const auto& [letter, unc] : m_mapped->All())
+        drives.Add(std::string{letter, ':'});
+    drives.Sort(); // "X:" texts: byte order is letter order
+    return drives;
 }
 
 std::string DesktopFiles::VolumeLabel(const std::string& drive)
 {
-    return m_drives.Label(drive);
+    return m_mapped->UncOf(drive).empty() ? m_drives.Label(drive) : std::string();
 }
 
 std::string DesktopFiles::FolderError(const std::string& folder)
@@ -261,7 +282,15 @@ std::string DesktopFiles::FolderError(const std::string& folder)
 
 std::shared_ptr<NetworkService> DesktopFiles::Network()
 {
-    return nullptr;
+    if (!m_network) {
+        DesktopNetwork::Volumes volumes{
+            [this](const std::string& drive) { return m_drives.DriveType(drive); },
+            [this](const std::string& drive) { return m_drives.UncOfDrive(drive); }};
+        m_network =
+            std::make_shared<DesktopNetwork>([this]() -> SmbClient& { return m_smb.Client(); },
+                                             m_mapped, m_registry, std::move(volumes));
+    }
+    return m_network;
 }
 
 } // namespace fw::desktop

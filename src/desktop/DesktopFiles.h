@@ -3,7 +3,9 @@
 // location strings.
 
 #include "desktop/DesktopDrives.h"
+#include "desktop/DesktopNetwork.h"
 #include "desktop/FolderListing.h"
+#include "desktop/NetworkDrives.h"
 #include "desktop/SmbFiles.h"
 #include "host/CoreDevServices.h"
 
@@ -26,7 +28,9 @@ namespace fw::desktop {
 /// removes a file or a link, never a link's target; DeleteFolder removes a
 /// tree without following links out of it and refuses "/" and the home folder
 /// (SafeDelete.h). SizeText: "512 Bytes", "1,5 KB", "3,2 MB" (binary units).
-/// Network gives null and synchronise false: they come with the network work.
+/// UNC paths and letters mapped to shares (NetworkDrives.h) go to the SMB
+/// client (SmbFiles.h); Network is the DesktopNetwork over the same client and
+/// mappings. synchronise answers false.
 /// text, given as UTF-8, in an encoding named as iconv and Qt name them:
 /// empty or "UTF-8" passes the bytes unchanged (even ones that are no UTF-8);
 /// "ISO-8859-1"/"Latin1", "UTF-16LE", "UTF-16BE", "UTF-16", "UTF-32..." and
@@ -38,11 +42,13 @@ std::optional<QByteArray> EncodedText(const std::string& text, const std::string
 class DesktopFiles final : public CoreDevFiles {
   public:
     /// Current user: "TimeoutSeconds" (default 10), "Port" (empty: 445).
-    static constexpr auto NetworkSettingsKey = "Software\\Valdrenix\\Core\\Settings\\Network";
+    static constexpr auto NetworkSettingsKey = DesktopNetwork::SettingsKey;
 
     /// registry keeps the drive letters across runs; may be null.
     explicit DesktopFiles(std::shared_ptr<CoreDevRegistry> registry = nullptr,
                           MountTable mounts = ReadMountedVolumes);
+    /// A Network() kept beyond this object stays safe to call (detached).
+    ~DesktopFiles() override;
 
     /// text (UTF-8) in the named encoding (EncodedText); flag is ignored.
     /// Atomic: the old file stays whole if anything fails, and an unknown
@@ -70,6 +76,8 @@ class DesktopFiles final : public CoreDevFiles {
 
     /// Labels and network sources of the lettered volumes.
     DesktopDrives& Drives() { return m_drives; }
+    /// Letters mapped to network shares: DriveType 4, no volume label.
+    NetworkDrives& Mapped() { return *m_mapped; }
     /// The Linux path of a location, nothing where there is none.
     std::optional<std::string> SystemPath(const std::string& location);
     /// A Linux path as a location string.
@@ -92,9 +100,11 @@ class DesktopFiles final : public CoreDevFiles {
     SmbOptions smbOptions() const;
 
     std::shared_ptr<CoreDevRegistry> m_registry;
+    std::shared_ptr<NetworkDrives> m_mapped;
     DesktopDrives m_drives;
     FolderScanCache m_scans;
     SmbFiles m_smb;
+    std::shared_ptr<DesktopNetwork> m_network;
 };
 
 } // namespace fw::desktop

@@ -92,7 +92,8 @@ class Listing {
     void Shares(NetworkService* network, const std::string& domain, const std::string& host);
     void AddTreeItem(const std::string& key, const std::string& text, const std::string& image,
                      int indentation);
-    void SelectCurrentInTree();
+    /// Selects the combo row of the current place, else the row of fallbackKey.
+    void SelectCurrentInTree(const std::string& fallbackKey = {});
     void FolderRows(const std::string& base, const std::vector<FileEntry>& entries);
     void FileRows(const std::string& base, const std::vector<FileEntry>& matched);
     void WriteFolderCount(int files, int folders, int allFiles);

@@ -31,10 +31,13 @@ void Listing::AddTreeItem(const std::string& key, const std::string& text, const
     Resume([&] { m_c.folders.ComboItems().Add(0, Q(key), Q(text), Q(image), {}, indentation); });
 }
 
-void Listing::SelectCurrentInTree()
+void Listing::SelectCurrentInTree(const std::string& fallbackKey)
 {
     Resume([&] {
-        if (ComboItem* item = m_c.folders.ComboItems().Find(Q(Upper(m_places.CurrentPath))))
+        ComboItem* item = m_c.folders.ComboItems().Find(Q(Upper(m_places.CurrentPath)));
+        if (!item && !fallbackKey.empty())
+            item = m_c.folders.ComboItems().Find(Q(fallbackKey));
+        if (item)
             m_c.folders.SetSelectedItem(item);
         m_c.folders.Refresh();
     });
@@ -49,15 +52,17 @@ void Listing::UncTree()
         hostEnd == std::string::npos ? std::string() : path.substr(hostEnd + 1);
     if (m_places.Domain.empty()) {
         Resume([&] {
-            const StringList domains = GetCoreDevFiles().Network()->Domains();
+            const std::shared_ptr<NetworkService> network = GetCoreDevFiles().Network();
+            const StringList domains = network ? network->Domains() : StringList();
             if (domains.Count() > 0)
                 m_places.Domain = domains.Item(1);
         });
     }
     if (!m_newPlace)
         return;
+    const std::string hostKey = kNethood + m_places.Domain + "\\" + host + "\\";
     AddTreeItem(kNethood + m_places.Domain + "\\", m_places.Domain, "NETHOOD", 2);
-    AddTreeItem(kNethood + m_places.Domain + "\\" + host + "\\", host, "WORKSTATION", 3);
+    AddTreeItem(hostKey, host, "WORKSTATION", 3);
     std::string soFar = "\\\\" + host + "\\";
     int position = 0;
     std::size_t from = 0;
@@ -76,7 +81,8 @@ void Listing::UncTree()
                                          QStringLiteral("OPEN"), indentation);
         });
     }
-    SelectCurrentInTree();
+    // A bare "\\\\host\\" has no folder row of its own: its host row stands for it.
+    SelectCurrentInTree(tail.empty() ? hostKey : std::string());
 }
 
 void Listing::Network()

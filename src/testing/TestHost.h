@@ -124,6 +124,7 @@ class TestHost : public fw::CoreDev {
         std::map<std::string, std::vector<std::string>> hosts;  ///< by domain
         std::map<std::string, std::vector<std::string>> shares; ///< by host
         std::map<std::string, std::string> mapped;              ///< drive -> UNC
+        bool absent = false; ///< the host has no network service at all
     } network;
 
     /// Monitors in pixels; the first is the primary one.

@@ -382,7 +382,7 @@ class Files : public fw::CoreDevFiles {
     std::shared_ptr<NetworkService> Network() override
     {
         m_host.record("Network");
-        return m_network;
+        return m_host.network.absent ? nullptr : m_network;
     }
 
   private:

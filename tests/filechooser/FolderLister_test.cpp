@@ -370,3 +370,42 @@ TEST(FolderLister, SharedPicturesFillOnceAndTakeFavouriteIcons)
 }
 
 } // namespace
+
+TEST(FolderLister, UncPlaceComboNamesHostAndFoldersWithOrWithoutANetworkService)
+{
+    struct Case {
+        const char* place;
+        bool networkAbsent;
+        Texts rows;
+        const char* selected;
+    };
+    // clang-format off
+    const Case cases[] = {
+        // A host with a port and nothing below it: its own row stands selected.
+        {"\\\\nas:4445\\", false,
+         {"NETHOOD:\\Firma\\|Firma|2", "NETHOOD:\\Firma\\nas:4445\\|nas:4445|3"},
+         "NETHOOD:\\Firma\\nas:4445\\"},
+        // A host without a network service still lists and names its folders.
+        {"\\\\nas\\daten\\bilder\\", true,
+         {"NETHOOD:\\\\||2", "NETHOOD:\\\\nas\\|nas|3", "\\\\NAS\\DATEN\\|daten|4",
+          "\\\\NAS\\DATEN\\BILDER\\|bilder|5"},
+         "\\\\NAS\\DATEN\\BILDER\\"},
+    };
+    // clang-format on
+    for (const Case& c : cases) {
+        ChooserWorld world(false);
+        world.host->network.domains = {"Firma"};
+        world.host->network.absent = c.networkAbsent;
+        ListerForm form;
+        form.Goto(c.place);
+        Texts rows = ComboRows(form, [](const fw::ComboItem& item) { return item.Text(); });
+        Texts uncRows;
+        for (const std::string& row : rows)
+            if (row.ends_with("|2") || row.ends_with("|3") || row.ends_with("|4") ||
+                row.ends_with("|5"))
+                uncRows.push_back(row);
+        EXPECT_EQ(uncRows, c.rows) << c.place;
+        ASSERT_NE(form.lst_Folder.SelectedItem(), nullptr) << c.place;
+        EXPECT_EQ(form.lst_Folder.SelectedItem()->Key().toStdString(), c.selected) << c.place;
+    }
+}

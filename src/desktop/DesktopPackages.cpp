@@ -218,11 +218,6 @@ bool DesktopPackage::Exists(const std::string& item)
     return usable() && m_archive->Find(item) != nullptr;
 }
 
-bool DesktopPackage::HasFolder(const std::string& path)
-{
-    return usable() && m_archive->HasFolder(path);
-}
-
 bool DesktopPackage::Extract(const std::string& item, const std::string& destination)
 {
     if (!usable())

@@ -89,8 +89,6 @@ class DesktopPackage final : public ResourcePackage {
 
     /// The item's bytes, if it is there and readable within the limits.
     std::optional<std::string> Read(const std::string& item);
-    /// Whether the package has a folder at this resource path.
-    bool HasFolder(const std::string& path);
     /// Bounds of Extract and Read; by default 256 MB and a ratio of 1:1000.
     void SetLimits(const ReadLimits& limits) { m_limits = limits; }
     /// Why the last failed call failed, for messages.

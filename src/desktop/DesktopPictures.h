@@ -62,7 +62,8 @@ class DesktopPictures final : public CoreDevPictures {
     /// resource path, across the store folder and every package: the path as
     /// given followed by each entry's own name, once each case-blind (the
     /// store's spelling first, then the packages' in the order above),
-    /// sorted case-insensitively. Empty for a path that nothing holds.
+    /// sorted case-insensitively. Empty for a path that nothing holds. The
+    /// two flags change nothing here.
     StringList ListResources(const std::string& path, bool wantFolders, bool flag1,
                              bool flag2) override;
     /// Writes one resource of the store folder or of a package (same order as

@@ -220,14 +220,6 @@ const PackageArchive::Entry* PackageArchive::Find(std::string_view path) const
     return found == m_byKey.end() ? nullptr : &m_entries[found->second];
 }
 
-bool PackageArchive::HasFolder(std::string_view path) const
-{
-    std::string key = ResourceKey(path);
-    if (!key.empty() && key.back() != '\\')
-        key += '\\';
-    return m_folderByKey.count(key) != 0;
-}
-
 void PackageArchive::listInto(const Folder& folder, Listing what, bool recursive,
                               std::vector<std::string>& out) const
 {

@@ -64,9 +64,6 @@ class PackageArchive {
 
     /// The entry at a resource path (a file, not a folder), or null.
     const Entry* Find(std::string_view path) const;
-    /// Whether the package has this folder (named by its files' paths or by
-    /// an entry of its own); "" is the top level.
-    bool HasFolder(std::string_view path) const;
     /// Full resource paths below a folder: files in the package's order, then
     /// folders (with a trailing "\") in the order they first appear; with
     /// recursive, every level below, each folder followed by its content.

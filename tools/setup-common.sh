@@ -9,6 +9,7 @@ packages=(
     qt6-base-dev libqt6svg6   # widgets; SVG for the icon theme's symbolic icons
     libgtest-dev libbenchmark-dev
     libexpat1-dev             # the desktop host's XML reader
+    libzip-dev                # the desktop host's resource packages (zip files)
     xvfb xauth                # a virtual display where there is no screen
     fonts-dejavu-core adwaita-icon-theme
     python3-pyftpdlib         # a real FTP server on loopback for the FTP console's tests

@@ -6,6 +6,7 @@
 #include "cli/DialogRuns.h"
 #include "cli/DisplayReach.h"
 #include "cli/EscapedBytes.h"
+#include "cli/ExtractRun.h"
 #include "cli/Members.h"
 #include "cli/Options.h"
 #include "cli/RunDeadline.h"
@@ -373,6 +374,8 @@ int Run(const QStringList& args, QTextStream& out, QTextStream& err)
         out << "formwerk " << FORMWERK_VERSION << '\n';
     } else if (inv.help) {
         out << (inv.dialog.isEmpty() ? HelpText() : DialogHelpText(inv.dialog));
+    } else if (!inv.extract.isEmpty()) {
+        outcome = RunExtract(inv);
     } else if (inv.list) {
         for (const std::string& name : cls_Formwerk::Names())
             out << QString::fromStdString(name) << '\n';

@@ -90,6 +90,9 @@ constexpr std::array kOptions{
     Option{"help", nullptr, Setting::Help, nullptr,
            "print this help and exit; after a dialog's name, what that dialog takes"},
     Option{"version", nullptr, Setting::Version, nullptr, "print the version and exit"},
+    Option{"extract", "RESOURCE", Setting::Extract, nullptr,
+           "followed by DEST: write one resource of the picture store (a folder or a package), "
+           "such as Ico\\32\\Computer\\Files\\txt.ico, to the file or folder DEST and exit"},
 };
 
 const Option* findOption(const QString& name)
@@ -195,6 +198,11 @@ QString applyOption(const Option& option, const QString& value, Invocation& inv,
         return {};
     case Setting::Version:
         inv.version = true;
+        return {};
+    case Setting::Extract:
+        if (value.isEmpty())
+            return QStringLiteral("--extract needs a resource path");
+        inv.extract = value;
         return {};
     }
     return {};
@@ -335,6 +343,13 @@ ParseResult Parse(const QStringList& args)
         }
         given.push_back(option);
     }
+    if (!inv.extract.isEmpty() && !inv.help) {
+        if (positional.size() != 1)
+            result.error = QStringLiteral("--extract RESOURCE DEST: one destination, please");
+        else
+            inv.extractTo = positional.front();
+        return result;
+    }
     // "formwerk NAME --help" is about that dialog; other runs without a window need no name.
     if (!inv.needsWindow() && !(inv.help && !positional.isEmpty()))
         return result;
@@ -366,6 +381,7 @@ QString HelpText()
     QString text =
         QStringLiteral("Usage: formwerk NAME [options]\n"
                        "       formwerk --list\n"
+                       "       formwerk --extract RESOURCE DEST\n"
                        "Shows the dialog NAME in a window, prints the answer as one JSON object\n"
                        "such as {\"Result\":6} and exits with the result code (negative codes as\n"
                        "their low byte: -3 exits 253).\n\nOptions:\n");

@@ -46,7 +46,8 @@ enum class Setting {
     Timeout,
     List,
     Help,
-    Version
+    Version,
+    Extract
 };
 
 struct Option {
@@ -75,6 +76,9 @@ struct Invocation {
     bool list = false;
     bool help = false;
     bool version = false;
+    /// --extract RESOURCE DEST: the resource and where it goes.
+    QString extract;
+    QString extractTo;
     /// Values of Setting::Extra options by option name, in command-line order.
     std::vector<std::pair<QString, QString>> extras;
 
@@ -83,7 +87,7 @@ struct Invocation {
     bool hasExtra(const QString& name) const { return !extra(name).isEmpty(); }
 
     /// Whether this run opens a window (and so needs a display or --screenshot).
-    bool needsWindow() const { return !help && !list && !version; }
+    bool needsWindow() const { return !help && !list && !version && extract.isEmpty(); }
 };
 
 struct ParseResult {

@@ -48,6 +48,12 @@ bool writeAll(int fd, std::string_view bytes)
 
 bool WriteFileAtomically(const std::string& path, std::string_view bytes)
 {
+    return WriteFileAtomically(path, [bytes](const PieceWriter& write) { return write(bytes); });
+}
+
+bool WriteFileAtomically(const std::string& path,
+                         const std::function<bool(const PieceWriter& write)>& produce)
+{
     const std::size_t slash = path.rfind('/');
     if (path.empty() || slash == path.size() - 1)
         return false;
@@ -63,7 +69,7 @@ bool WriteFileAtomically(const std::string& path, std::string_view bytes)
     std::string temporary;
     // A folder or device is no text file to replace.
     const int fd = exists && !S_ISREG(existing.st_mode) ? -1 : createTemporary(folderFd, temporary);
-    bool ok = fd >= 0 && writeAll(fd, bytes) &&
+    bool ok = fd >= 0 && produce([fd](std::string_view piece) { return writeAll(fd, piece); }) &&
               (!exists || ::fchmod(fd, existing.st_mode & 07777) == 0) && ::fsync(fd) == 0;
     if (fd >= 0) {
         ok = ::close(fd) == 0 && ok;

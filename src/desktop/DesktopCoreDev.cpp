@@ -52,7 +52,9 @@ std::shared_ptr<CoreDev> MakeDesktopCoreDev(const DesktopOptions& options)
     // the registry is the one GetBool reads.
     auto store = std::make_shared<SettingsStore>(
         options.storeFolder.isEmpty() ? SettingsStore::DefaultFolder() : options.storeFolder);
-    auto pictures = std::make_shared<DesktopPictures>(options.picturesFolder);
+    // Packages are also found in a folder that the settings store names.
+    auto pictures = std::make_shared<DesktopPictures>(options.picturesFolder,
+                                                      std::make_shared<PackageFolders>(store));
     root->CoreDevSettings = std::make_shared<DesktopSettings>(store);
     root->CoreDevApp = std::make_shared<DesktopApp>();
     root->CoreDevClock = std::make_shared<DesktopClock>();

@@ -1,8 +1,10 @@
 #include "desktop/DesktopPictures.h"
+#include "desktop/AtomicWrite.h"
 #include "desktop/DesktopPicturesTheme.h"
 #include "desktop/LocationPaths.h"
 #include "forms/Pictures.h"
 
+#include <QBuffer>
 #include <QDebug>
 #include <QDir>
 #include <QFileInfo>
@@ -11,6 +13,7 @@
 #include <QMimeDatabase>
 #include <QPainter>
 #include <QPainterPath>
+#include <QSet>
 #include <algorithm>
 
 namespace fw::desktop {
@@ -44,9 +47,8 @@ QImage fitted(const QImage& image, int size)
 // The best of the images in a file for a size: the smallest that is at least
 // as large, else the largest. Icon files hold several sizes. size <= 0 asks
 // for the largest, an SVG at its own size.
-QImage readFile(const QString& file, int size)
+QImage readImage(QImageReader& reader, int size)
 {
-    QImageReader reader(file);
     if (reader.format() == "svg" || reader.format() == "svgz") {
         QSize own = reader.size().isValid() ? reader.size() : QSize(kMaxSize, kMaxSize);
         if (size > 0 || own.width() > kMaxSize || own.height() > kMaxSize)
@@ -71,6 +73,33 @@ QImage readFile(const QString& file, int size)
             best = image;
     }
     return best;
+}
+
+QImage readFile(const QString& file, int size)
+{
+    QImageReader reader(file);
+    return readImage(reader, size);
+}
+
+// Bytes of a package entry: the format comes from the content, so that a
+// ".ico" name may hold PNG data.
+QImage readBytes(const std::string& bytes, int size)
+{
+    QByteArray data = QByteArray::fromRawData(bytes.data(), qsizetype(bytes.size()));
+    QBuffer buffer(&data);
+    buffer.open(QIODevice::ReadOnly);
+    QImageReader reader(&buffer);
+    return readImage(reader, size);
+}
+
+// The names a picture may be kept under: its own, or as PNG, SVG or icon.
+QStringList pictureNames(const QString& name)
+{
+    const QString stem = QFileInfo(name).completeBaseName();
+    QStringList names{name};
+    for (const char* ext : {".png", ".svg", ".ico"})
+        names << stem + QLatin1String(ext);
+    return names;
 }
 
 // A picture file named by its absolute path, as a host or the command line
@@ -228,10 +257,33 @@ QImage withoutKeyColour(const QImage& image, std::uint32_t bgr)
 
 } // namespace
 
-DesktopPictures::DesktopPictures(QString storeFolder) : m_store(std::move(storeFolder))
+DesktopPictures::DesktopPictures(QString storeFolder,
+                                 std::shared_ptr<const PackageFolders> packages)
+    : m_store(std::move(storeFolder)),
+      m_packageFolders(packages ? std::move(packages) : std::make_shared<PackageFolders>())
 {
     if (m_store.isEmpty())
         m_store = qEnvironmentVariable("FORMWERK_PICTURES");
+}
+
+const std::vector<std::shared_ptr<DesktopPackage>>& DesktopPictures::packages()
+{
+    if (std::exchange(m_packagesOpened, true))
+        return m_packages;
+    for (const QString& file : m_packageFolders->PackageFiles()) {
+        auto package = std::make_shared<DesktopPackage>(m_packageFolders);
+        if (package->LoadFile(file))
+            m_packages.push_back(std::move(package));
+        else // one broken package must not hide the others
+            qWarning().noquote() << "formwerk: package"
+                                 << QString::fromStdString(package->LastError());
+    }
+    if (m_packageFolders->HasBuiltIn()) {
+        auto own = std::make_shared<DesktopPackage>(m_packageFolders);
+        if (own->Load(kBuiltInPackageName))
+            m_packages.push_back(std::move(own));
+    }
+    return m_packages;
 }
 
 int DesktopPictures::SizeOfPath(const QString& path)
@@ -244,7 +296,8 @@ int DesktopPictures::SizeOfPath(const QString& path)
     return ok && size >= 1 && size <= kMaxSize ? size : kDefaultSize;
 }
 
-QString DesktopPictures::findInStore(const QStringList& parts, bool wantFolder) const
+QString DesktopPictures::findInStore(const QStringList& parts, bool wantFolder,
+                                     bool exactName) const
 {
     if (m_store.isEmpty())
         return {};
@@ -263,10 +316,7 @@ QString DesktopPictures::findInStore(const QStringList& parts, bool wantFolder) 
             continue;
         }
         // A picture may be kept as PNG or SVG instead of the icon file named.
-        const QString stem = QFileInfo(part).completeBaseName();
-        QStringList candidates{part};
-        for (const char* ext : {".png", ".svg", ".ico"})
-            candidates << stem + QLatin1String(ext);
+        const QStringList candidates = exactName ? QStringList{part} : pictureNames(part);
         for (const QString& candidate : candidates) {
             const QString entry = matchEntry(dir, candidate, QDir::Files);
             if (!entry.isEmpty())
@@ -283,6 +333,23 @@ QImage DesktopPictures::fromStore(const QStringList& parts, int size) const
     return file.isEmpty() ? QImage() : fitted(readFile(file, size), size);
 }
 
+QImage DesktopPictures::fromPackages(const QStringList& parts, int size, bool builtIn)
+{
+    const QString folder = parts.mid(0, parts.size() - 1).join(u'\\');
+    const QString prefix = folder.isEmpty() ? QString() : folder + u'\\';
+    for (const std::shared_ptr<DesktopPackage>& package : packages()) {
+        if (package->File().isEmpty() != builtIn)
+            continue;
+        for (const QString& name : pictureNames(parts.last())) {
+            const std::optional<std::string> bytes = package->Read((prefix + name).toStdString());
+            if (bytes)
+                if (QImage image = fitted(readBytes(*bytes, size), size); !image.isNull())
+                    return image;
+        }
+    }
+    return {};
+}
+
 QImage DesktopPictures::loadBase(const QString& path, int size, bool drawFallback)
 {
     if (isFilePath(path)) {
@@ -297,8 +364,12 @@ QImage DesktopPictures::loadBase(const QString& path, int size, bool drawFallbac
     QImage image;
     if (!parts.isEmpty())
         image = fromStore(parts, size);
+    if (image.isNull() && !parts.isEmpty())
+        image = fromPackages(parts, size, false);
     if (image.isNull() && parts.size() >= 2)
         image = fitted(ThemePicture(parts[parts.size() - 2].toLower(), name.toLower(), size), size);
+    if (image.isNull() && !parts.isEmpty())
+        image = fromPackages(parts, size, true);
     if (image.isNull() && isPointingHand(parts))
         image = drawnPointingHand(size);
     if (image.isNull() && drawFallback)
@@ -336,25 +407,77 @@ PicturePtr DesktopPictures::LoadPicture(const std::string& path, int /*flags*/, 
 
 std::shared_ptr<ResourcePackage> DesktopPictures::NewResourcePackage()
 {
-    return nullptr;
+    return std::make_shared<DesktopPackage>(m_packageFolders);
 }
 
 StringList DesktopPictures::ListResources(const std::string& path, bool wantFolders, bool /*flag1*/,
                                           bool /*flag2*/)
 {
-    StringList result;
     const QStringList parts = componentsOf(QString::fromStdString(path));
-    const QString folder = findInStore(parts, true);
-    if (folder.isEmpty())
-        return result;
-    QDir dir(folder);
-    dir.setSorting(QDir::Name | QDir::IgnoreCase);
-    const QStringList entries =
-        dir.entryList((wantFolders ? QDir::Dirs : QDir::Files) | QDir::NoDotAndDotDot);
+    if (parts.contains(u".") || parts.contains(u".."))
+        return {};
     const QString prefix = parts.isEmpty() ? QString() : parts.join(u'\\') + u'\\';
-    for (const QString& entry : entries)
-        result.Add((prefix + entry).toStdString());
+    const QString suffix = wantFolders ? QStringLiteral("\\") : QString();
+    QStringList names;
+    QSet<QString> seen;
+    const auto add = [&](const QString& name) {
+        if (const QString key = name.toUpper(); !seen.contains(key)) {
+            seen.insert(key);
+            names << name;
+        }
+    };
+    if (const QString folder = findInStore(parts, true); !folder.isEmpty())
+        for (const QString& entry : QDir(folder).entryList(
+                 (wantFolders ? QDir::Dirs : QDir::Files) | QDir::NoDotAndDotDot))
+            add(entry);
+    // The folders' packages, then the library's own.
+    for (const std::shared_ptr<DesktopPackage>& package : packages()) {
+        const StringList entries =
+            package->Content(prefix.toStdString(), wantFolders ? 1 : 0, 0, 0);
+        for (const std::string& entry : entries.items())
+            add(componentsOf(QString::fromStdString(entry)).value(parts.size()));
+    }
+    std::sort(names.begin(), names.end(), [](const QString& a, const QString& b) {
+        return a.compare(b, Qt::CaseInsensitive) < 0;
+    });
+    StringList result;
+    result.Reserve(int(names.size()));
+    for (const QString& name : names)
+        result.Add((prefix + name + suffix).toStdString());
     return result;
+}
+
+bool DesktopPictures::ExtractResource(const std::string& resource, const std::string& destination,
+                                      std::string& error)
+{
+    const QStringList parts = componentsOf(QString::fromStdString(resource));
+    if (const QString file = parts.isEmpty() ? QString() : findInStore(parts, false, true);
+        !file.isEmpty()) {
+        const std::optional<std::string> target =
+            ExtractionTarget(destination, QFileInfo(file).fileName().toStdString(), error);
+        QFile in(file);
+        const bool written = target && in.open(QIODevice::ReadOnly) &&
+                             WriteFileAtomically(*target, [&in](const PieceWriter& write) {
+                                 char buffer[64 * 1024];
+                                 qint64 n = 0;
+                                 while ((n = in.read(buffer, sizeof buffer)) > 0)
+                                     if (!write(std::string_view(buffer, std::size_t(n))))
+                                         return false;
+                                 return n == 0;
+                             });
+        if (!written && error.empty())
+            error = "cannot copy " + file.toStdString() + " to " + destination;
+        return written;
+    }
+    for (const std::shared_ptr<DesktopPackage>& package : packages())
+        if (package->Exists(resource)) {
+            const bool written = package->Extract(resource, destination);
+            if (!written)
+                error = package->LastError();
+            return written;
+        }
+    error = resource + " is in no picture store folder or package";
+    return false;
 }
 
 int DesktopPictures::IconCount(const std::string& file)

@@ -120,16 +120,22 @@ TEST(DesktopPictures, ListResourcesListsFoldersOrFilesOfTheStore)
     writeSquare(store.filePath("Ico/20/Computer/Signs/OK.png"), 20, Qt::red);
     writeSquare(store.filePath("Ico/20/Computer/Signs/abort.png"), 20, Qt::red);
     QDir().mkpath(store.filePath("Ico/20/Computer/Folders"));
-    DesktopPictures pictures(store.path());
+    DesktopPictures pictures(store.path(),
+                             std::make_shared<fw::desktop::PackageFolders>(QStringList(), false));
 
     const fw::StringList folders = pictures.ListResources("ico\\20\\computer", true, false, true);
-    EXPECT_EQ(folders, (fw::StringList{"ico\\20\\computer\\Folders", "ico\\20\\computer\\Signs"}));
+    EXPECT_EQ(folders,
+              (fw::StringList{"ico\\20\\computer\\Folders\\", "ico\\20\\computer\\Signs\\"}));
     const fw::StringList files =
         pictures.ListResources("Ico\\20\\Computer\\Signs\\", false, false, true);
     EXPECT_EQ(files, (fw::StringList{"Ico\\20\\Computer\\Signs\\abort.png",
                                      "Ico\\20\\Computer\\Signs\\OK.png"}));
     EXPECT_EQ(pictures.ListResources("Ico\\nowhere", true, false, true).Count(), 0);
-    EXPECT_EQ(DesktopPictures(QString()).ListResources("Ico", true, false, true).Count(), 0);
+    EXPECT_EQ(DesktopPictures(QString(),
+                              std::make_shared<fw::desktop::PackageFolders>(QStringList(), false))
+                  .ListResources("Ico", true, false, true)
+                  .Count(),
+              0);
 }
 
 void writeText(const QString& file, const QByteArray& text)

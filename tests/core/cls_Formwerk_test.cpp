@@ -1,7 +1,6 @@
 // The factory: exact names, and the platform's own box for unknown ones.
 #include "core/cls_Formwerk.h"
 #include "core/sys_Global.h"
-#include "dialogs/frm_DialogMessage.h"
 #include "testing/TestHost.h"
 
 #include <QApplication>
@@ -9,6 +8,7 @@
 #include <QPushButton>
 #include <QTimer>
 #include <gtest/gtest.h>
+#include <map>
 
 using namespace fw;
 
@@ -67,10 +67,14 @@ TEST(Factory, EveryListedNameMakesItsFormUnloadedWithoutABox)
         const SeenBox box = watchForBox([&] { form = cls_Formwerk().Create(name); });
         EXPECT_FALSE(box.shown) << name;
         ASSERT_NE(form, nullptr) << name;
+        // Two names open a form of another name: a folder alias, and the
+        // fading notice in front of the critical choice.
+        const std::map<std::string, std::string> others{{"frm_DialogPath", "frm_DialogFolder"},
+                                                        {"frm_DialogCritical", "frm_DialogFlash"}};
+        const auto other = others.find(name);
+        EXPECT_EQ(form->Name().toStdString(), other == others.end() ? name : other->second);
         EXPECT_FALSE(form->IsLoaded()) << name << ": creation does not load the form";
     }
-    EXPECT_NE(dynamic_cast<frm_DialogMessage*>(cls_Formwerk().Create("frm_DialogMessage").get()),
-              nullptr);
     EXPECT_TRUE(cls_Formwerk::Used());
 }
 

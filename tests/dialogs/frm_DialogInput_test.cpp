@@ -4,11 +4,8 @@
 #include "controls/ctl_CmdBar.h"
 #include "controls/ctl_Label.h"
 #include "controls/ctl_Pannel.h"
-#include "core/cls_Formwerk.h"
 #include "dialogs/frm_DialogInput.h"
-#include "dialogs/frm_DialogInputDbl.h"
 #include "dialogs/frm_DialogInputMulti.h"
-#include "dialogs/frm_DialogPassword.h"
 #include "forms/Pictures.h"
 #include "forms/StdControls.h"
 #include "forms/testing/UserInput.h"
@@ -224,19 +221,6 @@ TYPED_TEST(InputDialog, AClickSelectsOneLineTextAndUnderTouchOpensItsKeyboard)
         dialog.Show(true);
         EXPECT_EQ(this->driver.Pending(), 0) << "no keyboard came up";
     }
-}
-
-TEST(InputFactory, EachInputNameMakesItsOwnForm)
-{
-    ScopedTestHost host;
-    cls_Formwerk factory;
-    EXPECT_NE(dynamic_cast<frm_DialogInput*>(factory.Create("frm_DialogInput").get()), nullptr);
-    EXPECT_NE(dynamic_cast<frm_DialogInputMulti*>(factory.Create("frm_DialogInputMulti").get()),
-              nullptr);
-    EXPECT_NE(dynamic_cast<frm_DialogInputDbl*>(factory.Create("frm_DialogInputDbl").get()),
-              nullptr);
-    EXPECT_NE(dynamic_cast<frm_DialogPassword*>(factory.Create("frm_DialogPassword").get()),
-              nullptr);
 }
 
 } // namespace

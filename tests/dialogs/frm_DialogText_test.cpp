@@ -11,7 +11,6 @@
 #include "testing/TestHost.h"
 
 #include <QAbstractButton>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
@@ -311,8 +310,6 @@ TEST_F(TextViewer, AnyTextSurvivesShowingCopyingAndSavingUnchanged)
         host->queueSavePath(path.toStdString());
         auto ctx = std::make_shared<DialogContext>();
         ctx->Texts.Description = row.text;
-        QElapsedTimer clock;
-        clock.start();
         show(ctx, [&](frm_DialogText& viewer) {
             EXPECT_EQ(viewer.txt_Plain->Text().toStdString(), row.text);
             press(viewer, "COPY");
@@ -320,7 +317,6 @@ TEST_F(TextViewer, AnyTextSurvivesShowingCopyingAndSavingUnchanged)
             viewer.txt_HTML->SetText(QString::fromStdString(row.text));
             press(viewer, "SAVE");
         });
-        EXPECT_LT(clock.elapsed(), 5000) << "showing, copying and saving took too long";
         EXPECT_EQ(fileBytes(path).toStdString(), row.text);
     }
 }

@@ -27,15 +27,6 @@ TEST(CoreDev, InstalledHostServesUntilTheScopeEnds)
     EXPECT_EQ(outer->calls, std::vector<std::string>{"GetLanguage()"});
 }
 
-TEST(CoreDev, InstallReturnsThePreviousHost)
-{
-    auto first = std::make_shared<TestHost>();
-    auto second = std::make_shared<TestHost>();
-    fw::ScopedCoreDev scope(first);
-    EXPECT_EQ(fw::CoreDev::Install(second), first);
-    EXPECT_EQ(fw::CoreDev::Install(first), second);
-}
-
 TEST(CoreDev, EachThreadHasItsOwnHost)
 {
     fw::testing::ScopedTestHost host;
@@ -48,23 +39,6 @@ TEST(CoreDev, EachThreadHasItsOwnHost)
     EXPECT_NE(seenByOtherThread, nullptr);
     EXPECT_NE(seenByOtherThread, host.ptr().get());
     EXPECT_EQ(&fw::CoreDev::Instance(), host.ptr().get());
-}
-
-TEST(CoreDev, AccessorsReachEveryServiceOfTheHost)
-{
-    fw::testing::ScopedTestHost host;
-    EXPECT_EQ(&fw::GetCoreDevApp(), host->CoreDevApp.get());
-    EXPECT_EQ(&fw::GetCoreDevMenus(), host->CoreDevMenus.get());
-    EXPECT_EQ(&fw::GetCoreDevText(), host->CoreDevText.get());
-    EXPECT_EQ(&fw::GetCoreDevControls(), host->CoreDevControls.get());
-    EXPECT_EQ(&fw::GetCoreDevSystem(), host->CoreDevSystem.get());
-    EXPECT_EQ(&fw::GetCoreDevLanguage(), host->CoreDevLanguage.get());
-    EXPECT_EQ(&fw::GetCoreDevMessages(), host->CoreDevMessages.get());
-    EXPECT_EQ(&fw::GetCoreDevRegistry(), host->CoreDevRegistry.get());
-    EXPECT_EQ(&fw::GetCoreDevPictures(), host->CoreDevPictures.get());
-    EXPECT_EQ(&fw::GetCoreDevFiles(), host->CoreDevFiles.get());
-    EXPECT_EQ(&fw::GetCoreDevColors(), host->CoreDevColors.get());
-    EXPECT_EQ(&fw::GetCoreDevClock(), host->CoreDevClock.get());
 }
 
 TEST(CoreDev, AccessorOfAMissingServiceThrowsNamingIt)

@@ -54,14 +54,6 @@ TEST(StringList, RemoveValueTakesEveryEqualEntry)
     EXPECT_EQ(list.RemoveValue("absent"), 0);
 }
 
-TEST(StringList, ReserveKeepsEntriesAndIgnoresNegativeCounts)
-{
-    StringList list{"a"};
-    list.Reserve(100);
-    list.Reserve(-5);
-    EXPECT_EQ(list, StringList{"a"});
-}
-
 TEST(StringList, TextFormRoundTripsAnyList)
 {
     using namespace std::string_literals;

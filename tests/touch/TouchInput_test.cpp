@@ -55,61 +55,54 @@ class TouchHook : public ::testing::Test {
     }
 };
 
-TEST_F(TouchHook, WithTouchOffAClickSelectsTheTextBoxText)
+TEST_F(TouchHook, WithTouchOffOrUnknownAClickSelectsTheTextBoxTextAndLeavesALabelAlone)
 {
-    form.txt->PerformClick();
-    EXPECT_EQ(selected(), std::vector<const void*>{form.txt});
-    EXPECT_EQ(form.answers, std::vector<bool>{false});
-    EXPECT_EQ(host->callsTo("GetBool"), std::vector<std::string>{"GetBool(Touchmode)"});
+    for (const bool hostCanTell : {true, false}) {
+        SCOPED_TRACE(hostCanTell ? "touch off" : "a host that cannot tell");
+        host->clearCalls();
+        form.answers.clear();
+        if (!hostCanTell)
+            host->failing.insert("GetBool");
+        EXPECT_FALSE(hTouchEnabled());
+        form.txt->PerformClick();
+        Click(*form.lab);
+        EXPECT_EQ(selected(), std::vector<const void*>{form.txt});
+        EXPECT_EQ(form.answers, (std::vector<bool>{false, false}));
+    }
+    EXPECT_EQ(host->callsTo("GetBool").front(), "GetBool(Touchmode)");
 }
 
-TEST_F(TouchHook, WithTouchOffALabelIsLeftAlone)
-{
-    Click(*form.lab);
-    EXPECT_TRUE(selected().empty());
-    EXPECT_EQ(form.answers, std::vector<bool>{false});
-}
-
-TEST_F(TouchHook, AHostThatCannotTellMeansTouchOff)
-{
-    host->failing.insert("GetBool");
-    EXPECT_FALSE(hTouchEnabled());
-    form.txt->PerformClick();
-    EXPECT_EQ(selected().size(), 1u);
-}
-
-TEST_F(TouchHook, WithTouchOnAClickOpensTheKeyboardAndConfirmingWritesTheBox)
+TEST_F(TouchHook, WithTouchOnAClickOpensTheKeyboardWhoseEnterAloneWritesTheBox)
 {
     host->settings["Touchmode"] = true;
-    driver.OnNextModal([](Form& shown) {
-        auto& keyboard = dynamic_cast<frm_DialogKeyboard&>(shown);
-        EXPECT_EQ(keyboard.txt_Input->Text(), QStringLiteral("alt"));
-        EXPECT_EQ(keyboard.lab_Description->Caption(), QStringLiteral("Eingabe"));
-        for (int key : {12, 37, 26}) { // BACKSPACE, SHIFT, a
-            Click(keyboard.lab_Key[key]);
-            ProcessEvents();
-        }
-        Click(keyboard.lab_Key[58]); // ENTER
-    });
-    form.txt->PerformClick();
-    EXPECT_EQ(driver.Pending(), 0);
-    EXPECT_EQ(form.txt->Text(), QStringLiteral("alA"));
-    EXPECT_EQ(form.answers, std::vector<bool>{true});
-    EXPECT_TRUE(selected().empty());
-}
-
-TEST_F(TouchHook, WithTouchOnQuittingLeavesTheBoxAsItWas)
-{
-    host->settings["Touchmode"] = true;
-    driver.OnNextModal([](Form& shown) {
-        auto& keyboard = dynamic_cast<frm_DialogKeyboard&>(shown);
-        Click(keyboard.lab_Key[26]);
-        Click(keyboard.lab_Key[52]); // SYM: ESC reads "Menü"
-        Click(keyboard.lab_Key[0]);
-    });
-    form.txt->PerformClick();
-    EXPECT_EQ(form.txt->Text(), QStringLiteral("alt"));
-    EXPECT_EQ(form.answers, std::vector<bool>{false});
+    const struct {
+        const char* name;
+        std::vector<int> keys;
+        const char* text;
+        bool answer;
+    } rows[] = {
+        {"BACKSPACE SHIFT a ENTER", {12, 37, 26, 58}, "alA", true},
+        {"a SYM Menü", {26, 52, 0}, "alt", false}, // SYM turns ESC into "Menü"
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        form.txt->SetText(QStringLiteral("alt"));
+        form.answers.clear();
+        driver.OnNextModal([&](Form& shown) {
+            auto& keyboard = dynamic_cast<frm_DialogKeyboard&>(shown);
+            EXPECT_EQ(keyboard.txt_Input->Text(), QStringLiteral("alt"));
+            EXPECT_EQ(keyboard.lab_Description->Caption(), QStringLiteral("Eingabe"));
+            for (int key : row.keys) {
+                Click(keyboard.lab_Key[key]);
+                ProcessEvents();
+            }
+        });
+        form.txt->PerformClick();
+        EXPECT_EQ(driver.Pending(), 0);
+        EXPECT_EQ(form.txt->Text(), QString::fromLatin1(row.text));
+        EXPECT_EQ(form.answers, std::vector<bool>{row.answer});
+        EXPECT_TRUE(selected().empty());
+    }
 }
 
 } // namespace

@@ -14,6 +14,7 @@
 #include <QTest>
 #include <QWidget>
 #include <gtest/gtest.h>
+#include <optional>
 
 using namespace fw;
 using namespace fw::testing;
@@ -27,11 +28,15 @@ constexpr int kEsc = 0, kOne = 1, kSeven = 7, kEight = 8, kZero = 10, kSz = 11, 
               kSym = 52, kLeft = 53;
 
 class Keyboard : public ::testing::Test {
-  protected:
+  public:
     std::shared_ptr<TestHost> host = std::make_shared<TestHost>();
     ScopedCoreDev scope{host};
     HostForm owner;
-    frm_DialogKeyboard keyboard;
+    // A form serves once: rows of a table each take a fresh keyboard.
+    std::optional<frm_DialogKeyboard> fresh{std::in_place};
+    frm_DialogKeyboard& keyboard = *fresh;
+
+    void reopen() { fresh.emplace(); }
 
     /// Shown modelessly, so that the test drives it between events.
     void open(Control* target, const QString& title = QStringLiteral("Eingabe"))
@@ -172,44 +177,47 @@ TEST_F(Keyboard, ClearWithOneShotShiftEmptiesTheLineAndFreesShift)
     EXPECT_EQ(face(kA), QStringLiteral("a"));
 }
 
-TEST_F(Keyboard, SymTurnsEscIntoMenuWhichClosesUnconfirmed)
+TEST_F(Keyboard, EnterOrReturnHandTheLineToTheTargetQuitAndMenuLeaveIt)
 {
-    open(owner.txt);
-    EXPECT_EQ(face(kEsc), QStringLiteral("ESC"));
-    press(kSym);
-    EXPECT_EQ(face(kEsc), QStringLiteral("Menü"));
-    press(kEsc);
-    EXPECT_TRUE(keyboard.IsUnloaded());
-    EXPECT_FALSE(keyboard.Confirmed());
-}
-
-TEST_F(Keyboard, EnterHandsTheLineToTheTarget)
-{
+    const struct {
+        const char* name;
+        std::function<void(Keyboard&)> leave;
+        bool confirmed;
+        const char* written;
+    } ways[] = {
+        {"ENTER key", [](Keyboard& t) { t.press(kEnter); }, true, "alA"},
+        {"real Return key",
+         [](Keyboard& t) {
+             Focus(*t.keyboard.txt_Input);
+             PressKey(t.keyboard, Qt::Key_Return);
+         },
+         true, "alA"},
+        {"Quit", [](Keyboard& t) { Click(*t.keyboard.but_Quit); }, false, "alt"},
+        {"SYM turns ESC into Menü",
+         [](Keyboard& t) {
+             t.press(kSym);
+             EXPECT_EQ(t.face(kEsc), QStringLiteral("Menü"));
+             t.press(kEsc);
+         },
+         false, "alt"},
+    };
     owner.Show();
-    owner.txt->SetText(QStringLiteral("alt"));
-    open(owner.txt);
-    EXPECT_EQ(line(), QStringLiteral("alt"));
-    EXPECT_EQ(keyboard.txt_Input->SelStart(), 3);
-    press(kBack);
-    press(kShift);
-    press(kA);
-    press(kEnter);
-    EXPECT_EQ(owner.txt->Text(), QStringLiteral("alA"));
-    EXPECT_TRUE(keyboard.Confirmed());
-    QTest::qWait(150);
-    EXPECT_TRUE(keyboard.IsUnloaded());
-}
-
-TEST_F(Keyboard, QuitClosesWithoutWriting)
-{
-    owner.txt->SetText(QStringLiteral("alt"));
-    open(owner.txt);
-    press(kA);
-    Click(*keyboard.but_Quit);
-    QTest::qWait(150);
-    EXPECT_TRUE(keyboard.IsUnloaded());
-    EXPECT_FALSE(keyboard.Confirmed());
-    EXPECT_EQ(owner.txt->Text(), QStringLiteral("alt"));
+    for (const auto& way : ways) {
+        SCOPED_TRACE(way.name);
+        reopen();
+        owner.txt->SetText(QStringLiteral("alt"));
+        open(owner.txt);
+        EXPECT_EQ(line(), QStringLiteral("alt"));
+        EXPECT_EQ(keyboard.txt_Input->SelStart(), 3);
+        EXPECT_EQ(face(kEsc), QStringLiteral("ESC"));
+        for (int key : {kBack, kShift, kA})
+            press(key);
+        way.leave(*this);
+        EXPECT_EQ(keyboard.Confirmed(), way.confirmed);
+        EXPECT_EQ(owner.txt->Text(), QString::fromUtf8(way.written));
+        QTest::qWait(150);
+        EXPECT_TRUE(keyboard.IsUnloaded());
+    }
 }
 
 TEST_F(Keyboard, TheTargetIsReadAndWrittenByItsTypeName)
@@ -244,17 +252,6 @@ TEST_F(Keyboard, TheTargetIsReadAndWrittenByItsTypeName)
     }
 }
 
-TEST_F(Keyboard, TheRealReturnKeyConfirms)
-{
-    owner.txt->SetText(QStringLiteral("alt"));
-    open(owner.txt);
-    press(kA);
-    Focus(*keyboard.txt_Input);
-    PressKey(keyboard, Qt::Key_Return);
-    EXPECT_TRUE(keyboard.Confirmed());
-    EXPECT_EQ(owner.txt->Text(), QStringLiteral("alta"));
-}
-
 TEST_F(Keyboard, WithoutTargetItOpensEmptyAndConfirmsSilently)
 {
     open(nullptr, QString());
@@ -266,25 +263,21 @@ TEST_F(Keyboard, WithoutTargetItOpensEmptyAndConfirmsSilently)
     EXPECT_EQ(host->callsTo("setWindowColorKey")[0], "setWindowColorKey(100|1|16711935)");
 }
 
-TEST_F(Keyboard, LiesCentredUnderItsTargetWithinTheScreen)
+TEST_F(Keyboard, LiesCentredUnderItsTargetYetThirtyPixelsInsideTheScreen)
 {
-    host->answers("windowLeft").push_back("100");
-    host->answers("windowRight").push_back("300");
-    host->answers("windowBottom").push_back("200");
-    open(owner.txt);
-    EXPECT_EQ(keyboard.Left(),
-              200 * 15 - keyboard.Width() / 2 < 0 ? 0 : 200 * 15 - keyboard.Width() / 2);
-    EXPECT_EQ(keyboard.Top(), 200 * 15);
-}
-
-TEST_F(Keyboard, StaysThirtyPixelsFromTheRightAndBottomEdges)
-{
-    host->answers("windowLeft").push_back("5000");
-    host->answers("windowRight").push_back("5000");
-    host->answers("windowBottom").push_back("5000");
-    open(owner.txt);
-    EXPECT_EQ(keyboard.Left(), Screen::Width() - 30 * 15 - keyboard.Width());
-    EXPECT_EQ(keyboard.Top(), Screen::Height() - 30 * 15 - keyboard.Height());
+    for (const char* edge : {"100|300|200", "5000|5000|5000"}) {
+        SCOPED_TRACE(edge);
+        reopen();
+        const QStringList at = QString::fromLatin1(edge).split(u'|');
+        for (const auto& [answer, value] :
+             {std::pair{"windowLeft", at[0]}, {"windowRight", at[1]}, {"windowBottom", at[2]}})
+            host->answers(answer).push_back(value.toStdString());
+        open(owner.txt);
+        const int centred = std::max(0, 200 * 15 - keyboard.Width() / 2);
+        const bool far = at[0] == "5000";
+        EXPECT_EQ(keyboard.Left(), far ? Screen::Width() - 30 * 15 - keyboard.Width() : centred);
+        EXPECT_EQ(keyboard.Top(), far ? Screen::Height() - 30 * 15 - keyboard.Height() : 200 * 15);
+    }
 }
 
 class KeyboardDrag : public Keyboard {
@@ -312,22 +305,29 @@ class KeyboardDrag : public Keyboard {
     }
 };
 
-TEST_F(KeyboardDrag, ADragOfElevenPixelsFollowsTheCursorAndTypesNothing)
+TEST_F(KeyboardDrag, ElevenPixelsMakeADragThatTypesNothingAndSnapsToTheTop)
 {
-    open(nullptr);
-    placeAt(1500);
-    dragOn(kA, {11, 21});
-    EXPECT_EQ(line(), QString());
-    EXPECT_EQ(keyboard.Top(), 1500 + 10 * 15) << "the drag counts from where it began";
-}
-
-TEST_F(KeyboardDrag, ASmallerWobbleStillTypesTheKey)
-{
-    open(nullptr);
-    placeAt(1500);
-    dragOn(kA, {10, 10});
-    EXPECT_EQ(line(), QStringLiteral("a"));
-    EXPECT_EQ(keyboard.Top(), 1500);
+    const struct {
+        const char* name;
+        int top;
+        std::initializer_list<int> distances;
+        const char* typed;
+        int endTop;
+    } drags[] = {
+        // The drag counts from where it began.
+        {"eleven pixels follow the cursor", 1500, {11, 21}, "", 1500 + 10 * 15},
+        {"a smaller wobble still types", 1500, {10, 10}, "a", 1500},
+        {"near the top edge snaps to it", 30 * 15 + 12 * 15, {-11, -24}, "", 0},
+    };
+    for (const auto& drag : drags) {
+        SCOPED_TRACE(drag.name);
+        reopen();
+        open(nullptr);
+        placeAt(drag.top);
+        dragOn(kA, drag.distances);
+        EXPECT_EQ(line(), QString::fromLatin1(drag.typed));
+        EXPECT_EQ(keyboard.Top(), drag.endTop);
+    }
 }
 
 TEST_F(KeyboardDrag, ADragEndingOffTheLabelOnTheKeyRimStillPresses)
@@ -343,14 +343,6 @@ TEST_F(KeyboardDrag, ADragEndingOffTheLabelOnTheKeyRimStillPresses)
     QTest::mouseRelease(rim, Qt::LeftButton, {}, corner);
     ProcessEvents();
     EXPECT_EQ(line(), QStringLiteral("a"));
-}
-
-TEST_F(KeyboardDrag, ADragNearTheTopEdgeSnapsToIt)
-{
-    open(nullptr);
-    placeAt(30 * 15 + 12 * 15);
-    dragOn(kA, {-11, -24});
-    EXPECT_EQ(keyboard.Top(), 0);
 }
 
 } // namespace

@@ -83,6 +83,13 @@ const QHash<QString, DialogProfile>& profiles()
              "and \"NetworkPath\".",
              false,
              "DriveRoot"},
+            {"frm_DialogFileResource",
+             {"Request.Title"},
+             "The list of resources has the focus first: Return answers OK with the selected "
+             "resource (1), a double click too; Escape answers Cancel (2). It prints the "
+             "resource path as \"Resource\".",
+             false,
+             "Resource"},
             {"frm_DialogXMLInspector", {}, "Return answers OK (1); Escape does not close it."},
             {"frm_InternetFTPConsole",
              {},

@@ -22,6 +22,7 @@ const DialogRun* FindDialogRun(const QString& dialog)
         {QStringLiteral("frm_DialogPath"), FolderChooserRun()},
         {QStringLiteral("frm_DialogNetworkBrowse"), NetworkBrowseRun()},
         {QStringLiteral("frm_DialogNetworkAdd"), NetworkAddRun()},
+        {QStringLiteral("frm_DialogFileResource"), ResourcePickerRun()},
     };
     const auto it = table.constFind(dialog);
     return it == table.cend() ? nullptr : &*it;

@@ -69,5 +69,6 @@ DialogRun FileChooserRun();
 DialogRun FolderChooserRun();
 DialogRun NetworkBrowseRun();
 DialogRun NetworkAddRun();
+DialogRun ResourcePickerRun();
 
 } // namespace fw::cli

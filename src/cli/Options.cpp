@@ -61,7 +61,16 @@ constexpr std::array kOptions{
            "(a path or smb://host[:port]/share/path)"},
     Option{"filter", "LABEL|GLOB", Setting::Extra, nullptr,
            "a row of frm_DialogFile's file type list, such as \"Texte|*.txt;*.md\" "
-           "(repeatable, in order)"},
+           "(repeatable, in order); for frm_DialogFileResource the patterns alone, such as "
+           "\"*.ico;*.png\""},
+    Option{"root", "PATH", Setting::Extra, nullptr,
+           "the resource folder frm_DialogFileResource's tree starts from, such as Ico\\20\\ "
+           "(default: the store's top level)"},
+    Option{"start-folder", "PATH", Setting::Extra, nullptr,
+           "the resource folder frm_DialogFileResource shows first (default "
+           "Ico\\20\\Computer\\Signs\\)"},
+    Option{"start-item", "PATH", Setting::Extra, nullptr,
+           "the resource frm_DialogFileResource selects first, by its full path"},
     Option{"filter-index", "N", Setting::Member, "Request.FilterIndex",
            "the --filter row to start with, from 1"},
     Option{"default-ext", "EXT", Setting::Member, "Items.DefaultExtension",

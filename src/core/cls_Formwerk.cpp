@@ -14,6 +14,7 @@
 #include "forms/Resume.h"
 #include "inspect/frm_DialogColor.h"
 #include "inspect/frm_DialogXMLInspector.h"
+#include "resources/frm_DialogFileResource.h"
 #include "sync/frm_InternetFTPConsole.h"
 
 #include <QMessageBox>
@@ -49,7 +50,7 @@ const std::vector<Entry>& table()
         {"frm_DialogFileSyncConfirm", {}},
         {"frm_DialogMessage", make<frm_DialogMessage>()},
         {"frm_DialogFile", make<frm_DialogFile>()},
-        {"frm_DialogFileResource", {}},
+        {"frm_DialogFileResource", make<frm_DialogFileResource>()},
         {"frm_DialogInput", make<frm_DialogInput>()},
         {"frm_DialogInputDbl", make<frm_DialogInputDbl>()},
         {"frm_DialogPath", make<frm_DialogFolder>()}, // an alias of frm_DialogFolder

@@ -2,6 +2,7 @@
 #include "dialogs/MessageBox.h"
 #include "dialogs/frm_DialogInput.h"
 #include "host/mdl_CoreDevWrapper.h"
+#include "resources/frm_DialogFileResource.h"
 
 #include <algorithm>
 
@@ -43,10 +44,25 @@ std::string DesktopMessages::AskText(const std::string& prompt, const std::strin
     return context.Request.Result == ResultOk ? context.Texts.InputText : std::string();
 }
 
-// The resource picker takes this over.
-std::string DesktopMessages::ChooseIcon(const std::string&, const std::string&, int)
+std::string DesktopMessages::ChooseIcon(const std::string& current, const std::string& title,
+                                        int size)
 {
-    return {};
+    frm_DialogFileResource form;
+    form.Context = std::make_shared<DialogContext>();
+    form.Context->Request.Title = title;
+    form.FilterText = QStringLiteral("*.ico;*.png");
+    // An overlay after "#" is part of the picture, not of where it lies.
+    const QString icon = QString::fromStdString(current).section(u'#', 0, 0);
+    const qsizetype slash = icon.lastIndexOf(u'\\');
+    if (slash >= 0) {
+        form.StartFolder = icon.left(slash + 1);
+        form.StartItem = icon;
+    } else if (size > 0) {
+        form.StartFolder = QStringLiteral("Ico\\%1\\Computer\\Signs\\").arg(size);
+    }
+    form.Show(true);
+    return form.Context->Request.Result == ResultOk ? form.Context->Items.SingleValue
+                                                    : std::string();
 }
 
 void DesktopMessages::RegisterForm(Form& form, const std::string&)

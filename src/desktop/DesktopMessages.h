@@ -11,9 +11,12 @@ namespace fw::desktop {
 /// dialog with the critical, info, help and question sign. AskSaveFile asks
 /// with the library's file chooser in save mode, starting in the folder last
 /// saved to under the recent-file key (else the documents folder), and returns
-/// the chosen location ("C:\home\anna\Bericht.txt"), "" when cancelled. AskText and ChooseIcon give
-/// "" (nothing chosen) until the input dialog and the resource picker take them over. RegisterForm
-/// and UnregisterForm keep the list of open modeless forms.
+/// the chosen location ("C:\home\anna\Bericht.txt"), "" when cancelled. AskText
+/// asks with the library's input dialog. ChooseIcon asks with the resource
+/// picker over icons ("*.ico;*.png"), opened at the current icon's folder with
+/// that icon selected (without one, at the size's folder "Ico\<size>\"), and
+/// returns the chosen resource path, "" when cancelled. RegisterForm and
+/// UnregisterForm keep the list of open modeless forms.
 class DesktopMessages final : public CoreDevMessages {
   public:
     void ShowError(const std::string& text, const std::string& title) override;

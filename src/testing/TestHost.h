@@ -105,6 +105,13 @@ class TestHost : public fw::CoreDev {
     /// "Ico\20\Computer\Signs\OK.ico".
     std::vector<std::string> resources;
 
+    /// Resource packages by name (as Load is given it) with their items, for
+    /// the package objects that NewResourcePackage hands out. Their calls are
+    /// recorded with the package's loaded name first: "Package.Load(NAME)",
+    /// "Package.Exists(NAME|item)", "Package.Extract(NAME|item|destination)",
+    /// "Package.Content(NAME|path|a|b|c)".
+    std::map<std::string, std::vector<std::string>> packages;
+
     /// Scheme colours by index; unknown indexes give 0.
     std::map<int, std::uint32_t> schemeColours;
 

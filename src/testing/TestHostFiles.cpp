@@ -86,7 +86,11 @@ class Pictures : public fw::CoreDevPictures {
         return LoadPicture(file + "," + std::to_string(index), 0, size, size);
     }
 
-    std::shared_ptr<ResourcePackage> NewResourcePackage() override { return nullptr; }
+    std::shared_ptr<ResourcePackage> NewResourcePackage() override
+    {
+        m_host.record("NewResourcePackage");
+        return makeResourcePackage(m_host);
+    }
 
     // The direct children of path among the host's resources: folders or files.
     StringList ListResources(const std::string& path, bool wantFolders, bool flag1,

@@ -3,8 +3,10 @@
 #include "controls/ctl_Title.h"
 #include "desktop/DesktopMessages.h"
 #include "dialogs/frm_DialogMessage.h"
+#include "forms/ListView.h"
 #include "forms/testing/ModalDriver.h"
 #include "forms/testing/UserInput.h"
+#include "resources/frm_DialogFileResource.h"
 #include "testing/TestHost.h"
 
 #include <gtest/gtest.h>
@@ -13,7 +15,7 @@ using namespace fw;
 
 namespace {
 
-TEST(DesktopMessages, ErrorsQuestionsAndTextsAreAskedThroughTheLibrarysDialogs)
+TEST(DesktopMessages, ErrorsQuestionsTextsAndIconsAreAskedThroughTheLibrarysDialogs)
 {
     fw::testing::ScopedTestHost host; // pictures and language for the dialog itself
     desktop::DesktopMessages messages;
@@ -45,6 +47,25 @@ TEST(DesktopMessages, ErrorsQuestionsAndTextsAreAskedThroughTheLibrarysDialogs)
 
     driver.OnNextModal([](Form& form) { fw::testing::PressKey(form, Qt::Key_Escape); });
     EXPECT_EQ(messages.AskText("Name der Palette:", "Palette speichern", "Neu"), "");
+
+    // Icons through the resource picker, opened at the current icon, which
+    // Return takes; icons only, an overlay ignored.
+    host->resources = {"Ico\\16\\Signs\\OK.ico", "Ico\\16\\Signs\\Ding.wav",
+                       "Ico\\16\\Signs\\Logo.png", "Ico\\16\\Signs\\Stop.ico"};
+    driver.OnNextModal([](Form& form) {
+        auto& picker = dynamic_cast<frm_DialogFileResource&>(form);
+        EXPECT_EQ(picker.Caption(), QStringLiteral("Symbol wählen"));
+        EXPECT_EQ(picker.lst_Files->ListItems().Count(), 3);
+        fw::testing::PressKey(form, Qt::Key_Return);
+    });
+    EXPECT_EQ(messages.ChooseIcon("Ico\\16\\Signs\\stop.ico#ico\\16\\overlay\\new.ico",
+                                  "Symbol wählen", 16),
+              "Ico\\16\\Signs\\Stop.ico");
+    // Without one it opens at the size's signs, which this store lacks.
+    driver.OnNextModal([](Form& form) { fw::testing::PressKey(form, Qt::Key_Escape); });
+    EXPECT_EQ(messages.ChooseIcon("", "Symbol wählen", 16), "");
+    EXPECT_EQ(host->callsTo("ListResources").back(),
+              "ListResources(ICO\\16\\COMPUTER\\SIGNS\\|0|0|1)");
     EXPECT_EQ(driver.Pending(), 0);
 }
 

@@ -38,6 +38,9 @@ class DesktopNetwork final : public NetworkService {
 
     /// The browse service's workgroups and always the configured one.
     StringList Domains() override;
+    /// The configured workgroup, without browsing: the hosts added by hand and
+    /// connected to before are listed under it, and a UNC path needs no wait.
+    std::string HomeDomain() override { return ConfiguredWorkgroup(); }
     /// Sorted, each once (case-blind). The configured workgroup adds the hosts
     /// announced through DNS-SD, those added by hand and those connected to before.
     StringList Hosts(const std::string& domain) override;

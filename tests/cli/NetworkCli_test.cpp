@@ -84,8 +84,7 @@ TEST(NetworkCli, TheChosenEntryOrDriveComesBackAsJsonOrPlain)
     }
 }
 
-// The desktop host has no network service yet: the tree is empty, and the
-// program still answers its keys.
+// The built program answers its keys whatever the network holds.
 TEST(NetworkCli, TheBuiltProgramListsBothAndAnswersEscapeWithoutANetwork)
 {
     const Ran listed = runInProcess({"--list"});

@@ -4,7 +4,7 @@
 // same folder (`smbclient -N //127.0.0.1/Daten -c 'ls dir/*'`, a process of
 // its own, as a user would run it). Each figure is the best of three runs,
 // each with a fresh connection; the chooser's first opening in a process is
-// given apart, as it pays for asking the network for its workgroups.
+// given apart, as it pays for setting up the client and the first connection.
 //
 //   share_listing_bench [--sizes 1000,10000] [--limit SECONDS]
 #include "BenchSupport.h"

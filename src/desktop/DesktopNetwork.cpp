@@ -150,15 +150,14 @@ std::string DesktopNetwork::Connect(const std::string& remote, const std::string
     if ((m_volumes.typeOf && m_volumes.typeOf(drive) != 0) || !m_drives->UncOf(drive).empty())
         return "Das Laufwerk " + drive + " ist bereits belegt.";
 
-    std::string root = "\\\\" + parts->host;
-    if (parts->port != 0)
-        root += ':' + std::to_string(parts->port);
-    root += '\\' + parts->share;
+    // The letter may stand for a folder below the share: that folder must be there.
+    const std::string root = MappableUnc(unc);
     const auto url = UncToSmbUrl(root + '\\');
     const auto answer = url && client() ? client()->Stat(*url) : std::nullopt;
     if (!answer || !answer->folder) {
-        const std::string why = client() ? client()->LastError() : std::string();
-        return "Die Freigabe " + root + " antwortet nicht" + (why.empty() ? "." : ": " + why);
+        const std::string why = answer || !client() ? std::string() : client()->LastError();
+        return (parts->path.empty() ? "Die Freigabe " : "Der Ordner ") + root + " antwortet nicht" +
+               (why.empty() ? "." : ": " + why);
     }
     if (!m_drives->Map(drive, root, persist))
         return "Die Zuordnung von " + drive + " konnte nicht gespeichert werden.";

@@ -38,23 +38,27 @@ class DesktopNetwork final : public NetworkService {
 
     /// The browse service's workgroups and always the configured one.
     StringList Domains() override;
+    /// The configured workgroup, without browsing: the hosts added by hand and
+    /// connected to before are listed under it, and a UNC path needs no wait.
+    std::string HomeDomain() override { return ConfiguredWorkgroup(); }
     /// Sorted, each once (case-blind). The configured workgroup adds the hosts
     /// announced through DNS-SD, those added by hand and those connected to before.
     StringList Hosts(const std::string& domain) override;
     /// The disk shares of "host" or "host:port", hidden ones included; empty
     /// when the host refuses or does not answer.
     ShareList Shares(const std::string& host) override;
-    /// remote: "\\host[:port]\share[\]" or "smb://host[:port]/share"; local:
-    /// "X:\" or "X:", a letter from C to Z that no volume and no mapping
-    /// holds. The share must answer. user and password are not used: the
-    /// client signs in as SmbClient.h tells. Returns why it failed.
+    /// remote: "\\host[:port]\share[\dir...][\]" or "smb://host[:port]/share[/dir]";
+    /// local: "X:\" or "X:", a letter from C to Z that no volume and no mapping
+    /// holds. The share, and the folder named below it, must answer. user and
+    /// password are not used: the client signs in as SmbClient.h tells.
+    /// Returns why it failed.
     std::string Connect(const std::string& remote, const std::string& local,
                         const std::string& user, const std::string& password, bool persist,
                         bool& ok) override;
     bool Disconnect(const std::string& drive) override;
     /// "X:" of each mapped letter, in letter order.
     StringList MappedDrives() override;
-    /// "\\host\share" of a mapped letter or of a mounted network volume.
+    /// "\\host\share[\dir]" of a mapped letter or of a mounted network volume.
     std::string UncOfDrive(const std::string& drive) override;
 
     /// Called by the owner of the client and the volumes as it goes: from

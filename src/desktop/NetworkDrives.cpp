@@ -2,6 +2,7 @@
 
 #include "desktop/SmbUrls.h"
 
+#include <algorithm>
 #include <cctype>
 
 namespace fw::desktop {
@@ -21,18 +22,29 @@ char letterOf(const std::string& drive)
     return letter >= 'C' && letter <= 'Z' ? letter : 0;
 }
 
-// "\\host[:port]\share" for a UNC path naming a share and nothing below it;
-// empty otherwise. A trailing "\" is allowed and dropped.
-std::string shareRootOf(const std::string& unc)
+} // namespace
+
+std::string MappableUnc(const std::string& unc)
 {
     const auto parts = SplitUnc(unc);
-    if (!parts || parts->host.empty() || parts->share.empty() || !parts->path.empty())
+    if (!parts || parts->host.empty() || parts->share.empty())
         return {};
     std::string root = "\\\\" + parts->host;
     if (parts->port != 0)
         root += ':' + std::to_string(parts->port);
-    return root + '\\' + parts->share;
+    root += '\\' + parts->share;
+    // Empty names (doubled or trailing "\") name no folder of their own.
+    std::size_t from = 0;
+    while (from < parts->path.size()) {
+        const std::size_t end = std::min(parts->path.find('\\', from), parts->path.size());
+        if (end > from)
+            root += '\\' + parts->path.substr(from, end - from);
+        from = end + 1;
+    }
+    return root;
 }
+
+namespace {
 
 std::string valueName(char letter)
 {
@@ -49,7 +61,7 @@ NetworkDrives::NetworkDrives(std::shared_ptr<CoreDevRegistry> registry)
 bool NetworkDrives::Map(const std::string& drive, const std::string& unc, bool persist)
 {
     const char letter = letterOf(drive);
-    const std::string root = shareRootOf(unc);
+    const std::string root = MappableUnc(unc);
     if (!letter || root.empty())
         return false;
     All(); // the persisted ones must be known before one is replaced
@@ -100,7 +112,7 @@ std::map<char, std::string> NetworkDrives::All() const
         for (char letter = 'C'; letter <= 'Z'; ++letter) {
             // Whatever is no share root (garbage, an empty value) is no mapping.
             const std::string root =
-                shareRootOf(strings.ReadString(HiveCurrentUser, valueName(letter), "", 0));
+                MappableUnc(strings.ReadString(HiveCurrentUser, valueName(letter), "", 0));
             if (!root.empty())
                 m_persisted[letter] = root;
         }

@@ -1,5 +1,6 @@
 #pragma once
-// Drive letters mapped to network shares: "X:\" stands for "\\host\share\".
+// Drive letters mapped to network shares: "X:\" stands for "\\host\share\"
+// or a folder below it ("\\host\share\dir\").
 // No mount: the desktop host's file services read "X:\..." as the UNC path.
 
 #include "host/CoreDevServices.h"
@@ -9,6 +10,10 @@
 #include <string>
 
 namespace fw::desktop {
+
+/// "\\host[:port]\share[\dir...]" as a mapping holds it: no trailing "\", no
+/// empty names; empty for a text that names no share.
+std::string MappableUnc(const std::string& unc);
 
 /// Mappings asked to persist live in the settings store (current user, under
 /// StoreKey, one value per letter holding the UNC path); the others last as
@@ -22,10 +27,10 @@ class NetworkDrives {
     explicit NetworkDrives(std::shared_ptr<CoreDevRegistry> registry);
 
     /// "X:", "x:\" or "X"; false for a letter outside C..Z or a UNC path that
-    /// is no "\\host\share".
+    /// names no share (MappableUnc).
     bool Map(const std::string& drive, const std::string& unc, bool persist);
     bool Unmap(const std::string& drive);
-    /// "\\host\share" (no trailing "\"), empty for a letter without mapping.
+    /// "\\host\share[\dir]" (no trailing "\"), empty for a letter without mapping.
     std::string UncOf(const std::string& drive) const;
     /// Letter -> UNC path, in letter order.
     std::map<char, std::string> All() const;

@@ -53,9 +53,8 @@ void Listing::UncTree()
     if (m_places.Domain.empty()) {
         Resume([&] {
             const std::shared_ptr<NetworkService> network = GetCoreDevFiles().Network();
-            const StringList domains = network ? network->Domains() : StringList();
-            if (domains.Count() > 0)
-                m_places.Domain = domains.Item(1);
+            if (network)
+                m_places.Domain = network->HomeDomain();
         });
     }
     if (!m_newPlace)

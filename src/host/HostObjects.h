@@ -74,6 +74,13 @@ class NetworkService {
   public:
     virtual ~NetworkService() = default;
     virtual StringList Domains() = 0;
+    /// The domain that a UNC path opened directly is shown under. A host may
+    /// know it without browsing the network (which can take a second).
+    virtual std::string HomeDomain()
+    {
+        const StringList domains = Domains();
+        return domains.Count() > 0 ? domains.Item(1) : std::string();
+    }
     virtual StringList Hosts(const std::string& domain) = 0;
     virtual ShareList Shares(const std::string& host) = 0;
     /// Connects remote to local; ok tells success. Returns the host's message, if any.

@@ -1,6 +1,6 @@
 // The network browser and the map-drive dialog through the `formwerk`
 // command: in this process against the scripted host's network, and as the
-// built program against the desktop host.
+// built program against the desktop host and a real Samba server.
 #include "CliRun.h"
 #include "folders/frm_DialogNetworkAdd.h"
 #include "folders/frm_DialogNetworkBrowse.h"
@@ -8,8 +8,11 @@
 #include "forms/testing/ModalDriver.h"
 #include "forms/testing/TreeInput.h"
 #include "forms/testing/UserInput.h"
+#include "support/SambaServer.h"
 #include "testing/TestHost.h"
 
+#include <QDir>
+#include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -81,8 +84,7 @@ TEST(NetworkCli, TheChosenEntryOrDriveComesBackAsJsonOrPlain)
     }
 }
 
-// The desktop host has no network service yet: the tree is empty, and the
-// program still answers its keys.
+// The built program answers its keys whatever the network holds.
 TEST(NetworkCli, TheBuiltProgramListsBothAndAnswersEscapeWithoutANetwork)
 {
     const Ran listed = runInProcess({"--list"});
@@ -92,6 +94,43 @@ TEST(NetworkCli, TheBuiltProgramListsBothAndAnswersEscapeWithoutANetwork)
         const Ran ran = answerProgram({QString::fromLatin1(dialog)}, QStringLiteral("Escape"));
         EXPECT_EQ(ran.code, 2) << dialog << ": " << ran.err.toStdString();
         EXPECT_EQ(ran.out, QStringLiteral("{\"Result\":2}\n")) << dialog;
+    }
+}
+
+// The folder chooser of the built program on a share of a real Samba server,
+// with a settings store of its own.
+TEST(NetworkCli, TheFolderChooserOnAShareAnswersWithItsUrlAndUncPath)
+{
+    SambaServer server;
+    if (server.Port() == 0)
+        GTEST_SKIP() << server.SkipReason().toStdString();
+    for (const char* folder : {"Ablage", "Briefe"})
+        QDir(server.ShareFolder(SambaServer::Daten)).mkpath(folder);
+    QTemporaryDir home;
+    QProcessEnvironment env = quietEnvironment();
+    env.insert("QT_QPA_PLATFORM", "offscreen");
+    env.insert("HOME", home.path());
+    env.insert("XDG_CONFIG_HOME", home.filePath(".config"));
+    const QString host = QStringLiteral("127.0.0.1:%1").arg(server.Port());
+    const struct Row {
+        const char* name;
+        const char* keys;
+        QString folder, location;
+    } rows[] = {
+        {"OK on the share", "Tab Return", "smb://" + host + "/Daten/", "\\\\" + host + "\\Daten\\"},
+        {"a folder of the share entered", "Down Return Tab Return",
+         "smb://" + host + "/Daten/Briefe/", "\\\\" + host + "\\Daten\\Briefe\\"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        env.insert("FORMWERK_SCRIPT_KEYS", row.keys);
+        const Ran ran =
+            startProgram({"frm_DialogFolder", "--folder", "smb://" + host + "/Daten/"}, env);
+        EXPECT_EQ(ran.code, 1) << ran.err.toStdString();
+        const QJsonObject expected{
+            {"Result", 1}, {"Folder", row.folder}, {"Location", row.location}};
+        EXPECT_EQ(ran.out.trimmed().toStdString(),
+                  QJsonDocument(expected).toJson(QJsonDocument::Compact).toStdString());
     }
 }
 

@@ -125,6 +125,7 @@ TEST_F(DesktopNetworkTest, ConnectMapsAFreeLetterToAShareThatAnswers)
 {
     const auto files = newFiles();
     const auto network = files->Network();
+    QDir(server->ShareFolder(SambaServer::Daten)).mkpath("Ablage/2024");
     struct Row {
         std::string remote;
         const char* local;
@@ -133,11 +134,13 @@ TEST_F(DesktopNetworkTest, ConnectMapsAFreeLetterToAShareThatAnswers)
     } const rows[] = {
         {share("Daten") + "\\", "X:\\", true, true},
         {"smb://" + host() + "/%C3%96ffentlich", "y:", false, true},
-        {share("Daten"), "X:\\", false, false},        // the letter is mapped already
-        {share("Daten"), "C:\\", false, false},        // a volume holds it
-        {share("Daten"), "B:\\", false, false},        // no letter for mapping
-        {share("Gibtsnicht"), "Q:\\", false, false},   // no such share
-        {"\\\\" + host() + "\\", "Q:\\", false, false} // no share named
+        {share("Daten"), "X:\\", false, false},         // the letter is mapped already
+        {share("Daten"), "C:\\", false, false},         // a volume holds it
+        {share("Daten"), "B:\\", false, false},         // no letter for mapping
+        {share("Gibtsnicht"), "Q:\\", false, false},    // no such share
+        {"\\\\" + host() + "\\", "Q:\\", false, false}, // no share named
+        {share("Daten") + "\\Ablage\\2024\\", "W:", false, true},
+        {share("Daten") + "\\Ablage\\2025", "V:", false, false}, // no such folder
     };
     for (const Row& row : rows) {
         bool ok = !row.ok;
@@ -146,8 +149,13 @@ TEST_F(DesktopNetworkTest, ConnectMapsAFreeLetterToAShareThatAnswers)
         EXPECT_EQ(ok, row.ok) << row.remote << " " << row.local << ": " << message;
         EXPECT_EQ(message.empty(), row.ok) << row.remote;
     }
-    EXPECT_EQ(itemsOf(network->MappedDrives()), (std::vector<std::string>{"X:", "Y:"}));
+    EXPECT_EQ(itemsOf(network->MappedDrives()), (std::vector<std::string>{"W:", "X:", "Y:"}));
     EXPECT_EQ(network->UncOfDrive("X:"), share("Daten"));
+    EXPECT_EQ(network->UncOfDrive("W:"), share("Daten") + "\\Ablage\\2024");
+    EXPECT_TRUE(files->CreateFolder("W:\\Neu\\"));
+    EXPECT_TRUE(QDir(server->ShareFolder(SambaServer::Daten) + "/Ablage/2024/Neu").exists());
+    EXPECT_TRUE(network->Disconnect("W:"));
+    EXPECT_TRUE(QDir(server->ShareFolder(SambaServer::Daten) + "/Ablage").removeRecursively());
     EXPECT_EQ(files->DriveType("X:"), 4);
     EXPECT_EQ(itemsOf(files->DrivesOfType(4)), (std::vector<std::string>{"X:", "Y:"}));
     const std::string known =

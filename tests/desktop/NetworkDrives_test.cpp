@@ -25,7 +25,7 @@ struct StoreFixture : ::testing::Test {
 
 using NetworkDrivesTest = StoreFixture;
 
-TEST_F(NetworkDrivesTest, OnlyLettersCToZAndShareRootsAreMapped)
+TEST_F(NetworkDrivesTest, OnlyLettersCToZAndPathsOnAShareAreMapped)
 {
     struct Row {
         const char* drive;
@@ -40,7 +40,7 @@ TEST_F(NetworkDrivesTest, OnlyLettersCToZAndShareRootsAreMapped)
         {"XY", "\\\\nas\\Daten", nullptr},
         {"X:\\a", "\\\\nas\\Daten", nullptr},
         {"Z:", "\\\\nas\\", nullptr},
-        {"Z:", "\\\\nas\\Daten\\Unterordner", nullptr},
+        {"Z:", "\\\\nas\\Daten\\Unter\\\\ordner\\", "\\\\nas\\Daten\\Unter\\ordner"},
         {"Z:", "D:\\Daten", nullptr},
         {"Z:", "\\\\nas:99999\\Daten", nullptr},
     };
@@ -72,20 +72,24 @@ TEST_F(NetworkDrivesTest, GarbageInTheStoreReadsAsNoMapping)
 {
     writeRaw('D', "garbage");
     writeRaw('E', "\\\\host\\");
-    writeRaw('F', "\\\\host\\share\\below");
+    writeRaw('F', "\\\\host\\share\\below\\");
     writeRaw('G', "");
     writeRaw('A', "\\\\host\\share"); // not a letter that maps
     registry->WriteNumber(fw::HiveCurrentUser, std::string(NetworkDrives::StoreKey) + "\\H", 7);
     writeRaw('K', "\\\\host\\share\\");
-    EXPECT_EQ(NetworkDrives(registry).All(),
-              (std::map<char, std::string>{{'K', "\\\\host\\share"}}));
+    EXPECT_EQ(
+        NetworkDrives(registry).All(),
+        (std::map<char, std::string>{{'F', "\\\\host\\share\\below"}, {'K', "\\\\host\\share"}}));
 }
 
 TEST_F(NetworkDrivesTest, LocationsOnAMappedLetterResolveToTheShare)
 {
     NetworkDrives drives(nullptr);
     drives.Map("X:", "\\\\nas\\Daten", false);
+    drives.Map("U:", "\\\\nas\\Daten\\Unter\\", false);
     const std::pair<const char*, const char*> rows[] = {
+        {"U:\\a.txt", "\\\\nas\\Daten\\Unter\\a.txt"},
+        {"U:", "\\\\nas\\Daten\\Unter\\"},
         {"X:\\a\\b.txt", "\\\\nas\\Daten\\a\\b.txt"},
         {"x:\\a\\", "\\\\nas\\Daten\\a\\"},
         {"X:\\", "\\\\nas\\Daten\\"},

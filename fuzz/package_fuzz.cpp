@@ -29,7 +29,8 @@ void checkNothingEscaped(const QString& root, const QString& out)
     QDirIterator it(out, QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
     while (it.hasNext()) {
         const QFileInfo info(it.next());
-        if (info.isSymLink() || !info.isFile() || info.fileName().startsWith(QLatin1String(".formwerk-")))
+        if (info.isSymLink() || !info.isFile() ||
+            info.fileName().startsWith(QLatin1String(".formwerk-")))
             __builtin_trap();
     }
 }

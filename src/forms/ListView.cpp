@@ -11,6 +11,7 @@
 #include <QListView>
 #include <QMouseEvent>
 #include <QStackedWidget>
+#include <QStyledItemDelegate>
 #include <QTreeView>
 #include <utility>
 
@@ -87,12 +88,32 @@ template <class View> class ListWidget : public View {
     ListView& m_list;
 };
 
+// Every cell of a uniform list is as large as the first one's size hint;
+// for large symbols that hint would measure a wrapped name against the
+// picture's width and cut every name down to it, so a cell is the grid's.
+class CellDelegate : public QStyledItemDelegate {
+  public:
+    explicit CellDelegate(QListView& view) : QStyledItemDelegate(&view), m_view(view) {}
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override
+    {
+        if (option.decorationPosition == QStyleOptionViewItem::Top && m_view.gridSize().isValid())
+            return m_view.gridSize();
+        return QStyledItemDelegate::sizeHint(option, index);
+    }
+
+  private:
+    QListView& m_view;
+};
+
 // Views 0 to 2. Large symbols are laid out in list mode on a fixed grid with
 // the picture above the text, not in Qt's icon mode, which places every item
 // on its own and would not scale to a million rows.
 class ListListWidget : public ListWidget<QListView> {
   public:
-    using ListWidget::ListWidget;
+    ListListWidget(ListView& list, QWidget* parent) : ListWidget(list, parent)
+    {
+        setItemDelegate(new CellDelegate(*this));
+    }
     bool m_largeSymbols = false;
 
   protected:

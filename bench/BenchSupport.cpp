@@ -1,7 +1,16 @@
 #include "BenchSupport.h"
 
+#include "core/HasContext.h"
+#include "core/cls_Formwerk.h"
+#include "forms/Form.h"
+
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QStackedWidget>
 #include <QString>
 #include <QtGlobal>
+#include <optional>
 
 namespace {
 QtMessageHandler g_nextHandler = nullptr;
@@ -17,4 +26,54 @@ void fw::bench::QuietOffscreenNotices()
                 return;
             g_nextHandler(type, where, text);
         });
+}
+
+bool fw::bench::WaitFor(const std::function<bool()>& done, int limitMs)
+{
+    QElapsedTimer clock;
+    clock.start();
+    while (!done()) {
+        if (clock.elapsed() > limitMs)
+            return false;
+        QApplication::processEvents(QEventLoop::AllEvents, 5);
+    }
+    return true;
+}
+
+QAbstractItemView* fw::bench::ChooserList(Form& form)
+{
+    auto* views = form.window()->findChild<QStackedWidget*>(QStringLiteral("lst_Files"));
+    return views ? qobject_cast<QAbstractItemView*>(views->currentWidget()) : nullptr;
+}
+
+double
+fw::bench::ChooserToPaintedList(const std::string& location, int count, int limitMs,
+                                const std::function<void(Form&, QAbstractItemView&)>& afterPainted)
+{
+    // By name, as a host asks for it.
+    std::unique_ptr<Form> form = cls_Formwerk().Create("frm_DialogFile");
+    if (!form)
+        return -1;
+    auto context = std::make_shared<DialogContext>();
+    context->Request.Mode = 1;
+    context->Items.ItemList.Add(location);
+    if (auto* withContext = dynamic_cast<HasContext*>(form.get()))
+        withContext->Context = context;
+    QElapsedTimer clock;
+    clock.start();
+    form->Show(false);
+    QAbstractItemView* list = nullptr;
+    std::optional<PaintCounter> watch;
+    const bool painted = WaitFor(
+        [&] {
+            if (!list && (list = ChooserList(*form)))
+                watch.emplace(list->viewport());
+            return list && list->model()->rowCount() >= count && watch->paints > 0;
+        },
+        limitMs);
+    const double ms = painted ? clock.nsecsElapsed() / 1e6 : -1;
+    if (painted && afterPainted)
+        afterPainted(*form, *list);
+    form->Unload();
+    return ms;
 }

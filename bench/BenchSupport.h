@@ -3,6 +3,14 @@
 #include <QEvent>
 #include <QObject>
 #include <QWidget>
+#include <functional>
+#include <string>
+
+class QAbstractItemView;
+
+namespace fw {
+class Form;
+}
 
 namespace fw::bench {
 
@@ -28,5 +36,19 @@ class PaintCounter : public QObject {
 /// Keeps the offscreen platform's notices (no raise, no size hints, no
 /// runtime folder) out of the tables; everything else still goes through.
 void QuietOffscreenNotices();
+
+/// Runs the event loop until done() holds; false if limitMs passed first.
+bool WaitFor(const std::function<bool()>& done, int limitMs);
+
+/// The file chooser's list as shown now (the control switches between a list
+/// and a tree view with its view setting).
+QAbstractItemView* ChooserList(Form& form);
+
+/// Milliseconds from Show of the host's frm_DialogFile, opened in a location,
+/// to the first paint of at least count rows; -1 if that takes over limitMs.
+/// afterPainted, if given, runs on the painted chooser before it unloads.
+double
+ChooserToPaintedList(const std::string& location, int count, int limitMs,
+                     const std::function<void(Form&, QAbstractItemView&)>& afterPainted = {});
 
 } // namespace fw::bench

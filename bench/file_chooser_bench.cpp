@@ -92,19 +92,6 @@ double peakMegabytes()
     return -1;
 }
 
-// Runs the event loop until done() holds; false if the limit passed first.
-bool waitFor(const std::function<bool()>& done, int limitMs)
-{
-    QElapsedTimer clock;
-    clock.start();
-    while (!done()) {
-        if (clock.elapsed() > limitMs)
-            return false;
-        QApplication::processEvents(QEventLoop::AllEvents, 5);
-    }
-    return true;
-}
-
 struct Probe {
     double ms = -1;
     double searchMs = -1;
@@ -136,17 +123,9 @@ Probe probeQFileDialog(const std::string& folder, int limitMs)
     clock.start();
     dialog.setDirectory(path);
     dialog.show();
-    if (!waitFor([&] { return loaded; }, limitMs))
+    if (!fw::bench::WaitFor([&] { return loaded; }, limitMs))
         return {};
     return {clock.nsecsElapsed() / 1e6, -1};
-}
-
-// The shown view of the file list (the control switches between a list and
-// a tree view with the list's view setting).
-QAbstractItemView* fileList(fw::Form& form)
-{
-    auto* views = form.window()->findChild<QStackedWidget*>(QStringLiteral("lst_Files"));
-    return views ? qobject_cast<QAbstractItemView*>(views->currentWidget()) : nullptr;
 }
 
 // The time from one search keystroke to the next paint of the thinned list.
@@ -159,7 +138,7 @@ double searchKeystroke(fw::Form& form, QAbstractItemView* list, int count, int l
     QElapsedTimer clock;
     clock.start();
     QTest::keyClick(search, Qt::Key_T);
-    const bool thinned = waitFor(
+    const bool thinned = fw::bench::WaitFor(
         [&] { return list->model()->rowCount() <= count / 2 + 1 && watch.paints > 0; }, limitMs);
     return thinned ? clock.nsecsElapsed() / 1e6 : -1;
 }
@@ -168,37 +147,14 @@ Probe probeChooser(const std::string& folder, int limitMs)
 {
     const int count = QFileInfo(QString::fromStdString(folder)).dir().dirName().toInt();
     fw::ScopedCoreDev host(fw::desktop::MakeDesktopCoreDev());
-    // By name, as a host asks for it: no build dependency on the dialog's code.
-    bool known = false;
-    for (const std::string& name : fw::cls_Formwerk::Names())
-        known = known || name == "frm_DialogFile";
-    if (!known)
-        return {};
-    std::unique_ptr<fw::Form> form = fw::cls_Formwerk().Create("frm_DialogFile");
-    auto context = std::make_shared<fw::DialogContext>();
-    context->Request.Mode = 1;
-    context->Items.ItemList.Add(fw::desktop::PosixToLocation(folder + "/"));
-    if (auto* withContext = dynamic_cast<fw::HasContext*>(form.get()))
-        withContext->Context = context;
-
-    QElapsedTimer clock;
-    clock.start();
-    form->Show(false);
-    QAbstractItemView* list = nullptr;
-    std::optional<fw::bench::PaintCounter> watch;
-    const bool painted = waitFor(
-        [&] {
-            if (!list && (list = fileList(*form)))
-                watch.emplace(list->viewport());
-            return list && list->model()->rowCount() >= count && watch->paints > 0;
-        },
-        limitMs);
     Probe probe;
-    if (painted)
-        probe.ms = clock.nsecsElapsed() / 1e6;
-    if (painted && count >= kSmallestSearch)
-        probe.searchMs = searchKeystroke(*form, list, count, limitMs);
-    form->Unload();
+    probe.ms =
+        fw::bench::ChooserToPaintedList(fw::desktop::PosixToLocation(folder + "/"), count, limitMs,
+                                        [&](fw::Form& form, QAbstractItemView& list) {
+                                            if (count >= kSmallestSearch)
+                                                probe.searchMs =
+                                                    searchKeystroke(form, &list, count, limitMs);
+                                        });
     return probe;
 }
 

@@ -55,18 +55,6 @@ QString makeFolder(const SambaServer& server, int count)
     return name;
 }
 
-bool waitFor(const std::function<bool()>& done, int limitMs)
-{
-    QElapsedTimer clock;
-    clock.start();
-    while (!done()) {
-        if (clock.elapsed() > limitMs)
-            return false;
-        QApplication::processEvents(QEventLoop::AllEvents, 5);
-    }
-    return true;
-}
-
 // Milliseconds of the fastest of some runs; -1 if a run failed.
 double best(const std::function<double()>& run, int runs = 3)
 {
@@ -104,41 +92,13 @@ double listFilesMs(const std::string& location, int count)
     return listed == std::size_t(count) ? clock.nsecsElapsed() / 1e6 : -1;
 }
 
-QAbstractItemView* fileList(fw::Form& form)
-{
-    auto* views = form.window()->findChild<QStackedWidget*>(QStringLiteral("lst_Files"));
-    return views ? qobject_cast<QAbstractItemView*>(views->currentWidget()) : nullptr;
-}
-
 double chooserMs(const std::string& location, int count, int limitMs)
 {
     // The chooser names the network place of a UNC folder through the host's
     // network service; without one it has no network to show.
     if (!fw::GetCoreDevFiles().Network())
         return -1;
-    std::unique_ptr<fw::Form> form = fw::cls_Formwerk().Create("frm_DialogFile");
-    if (!form)
-        return -1;
-    auto context = std::make_shared<fw::DialogContext>();
-    context->Request.Mode = 1;
-    context->Items.ItemList.Add(location);
-    if (auto* withContext = dynamic_cast<fw::HasContext*>(form.get()))
-        withContext->Context = context;
-    QElapsedTimer clock;
-    clock.start();
-    form->Show(false);
-    QAbstractItemView* list = nullptr;
-    std::optional<fw::bench::PaintCounter> watch;
-    const bool painted = waitFor(
-        [&] {
-            if (!list && (list = fileList(*form)))
-                watch.emplace(list->viewport());
-            return list && list->model()->rowCount() >= count && watch->paints > 0;
-        },
-        limitMs);
-    const double ms = painted ? clock.nsecsElapsed() / 1e6 : -1;
-    form->Unload();
-    return ms;
+    return fw::bench::ChooserToPaintedList(location, count, limitMs);
 }
 
 QString figure(double ms)

@@ -77,3 +77,19 @@ fw::bench::ChooserToPaintedList(const std::string& location, int count, int limi
     form->Unload();
     return ms;
 }
+
+QTextStream& fw::bench::Out()
+{
+    static QTextStream stream(stdout);
+    return stream;
+}
+
+QString fw::bench::Figure(double value, const char* unit)
+{
+    return value < 0 ? QStringLiteral("-") : QString::number(value, 'f', 1) + QLatin1String(unit);
+}
+
+QString fw::bench::Ratio(double a, double b, int decimals)
+{
+    return a < 0 || b <= 0 ? QStringLiteral("-") : QString::number(a / b, 'f', decimals) + u'x';
+}

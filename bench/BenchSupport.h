@@ -2,6 +2,8 @@
 // Small pieces the benchmarks share.
 #include <QEvent>
 #include <QObject>
+#include <QString>
+#include <QTextStream>
 #include <QWidget>
 #include <functional>
 #include <string>
@@ -36,6 +38,13 @@ class PaintCounter : public QObject {
 /// Keeps the offscreen platform's notices (no raise, no size hints, no
 /// runtime folder) out of the tables; everything else still goes through.
 void QuietOffscreenNotices();
+
+/// Standard output for the benchmarks' own tables.
+QTextStream& Out();
+/// A measured value with its unit, "-" for a failed (negative) one.
+QString Figure(double value, const char* unit);
+/// a / b as "1.5x", "-" where either failed.
+QString Ratio(double a, double b, int decimals = 1);
 
 /// Runs the event loop until done() holds; false if limitMs passed first.
 bool WaitFor(const std::function<bool()>& done, int limitMs);

@@ -43,12 +43,6 @@ namespace {
 
 constexpr int kSmallestSearch = 10000; // below, a keystroke is lost in the noise
 
-QTextStream& out()
-{
-    static QTextStream stream(stdout);
-    return stream;
-}
-
 // Half the names end in ".txt", half in ".log", and nothing else in a name
 // holds a "t": typing "t" into the search box keeps exactly the first half.
 std::string nameOf(int i)
@@ -167,8 +161,8 @@ int runProbe(const QString& kind, const std::string& folder, int limitMs)
         probe = probeQFileDialog(folder, limitMs);
     else
         probe = probeChooser(folder, limitMs);
-    out() << probe.ms << ' ' << peakMegabytes() << ' ' << probe.searchMs << '\n';
-    out().flush();
+    fw::bench::Out() << probe.ms << ' ' << peakMegabytes() << ' ' << probe.searchMs << '\n';
+    fw::bench::Out().flush();
     return 0;
 }
 
@@ -213,48 +207,39 @@ Measured measure(const QString& kind, const std::string& folder, int limitMs, in
     return best;
 }
 
-QString figure(double value, const char* unit)
-{
-    return value < 0 ? QStringLiteral("-") : QString::number(value, 'f', 1) + QLatin1String(unit);
-}
-
-QString ratio(double a, double b)
-{
-    return a < 0 || b <= 0 ? QStringLiteral("-") : QString::number(a / b, 'f', 1) + u'x';
-}
-
 int runAll(const QList<int>& sizes, int limitMs)
 {
-    out() << QStringLiteral("%1 %2 %3 %4 %5 %6 %7 %8 %9\n")
-                 .arg(QStringLiteral("files"), 8)
-                 .arg(QStringLiteral("readdir"), 10)
-                 .arg(QStringLiteral("chooser"), 10)
-                 .arg(QStringLiteral("peak"), 9)
-                 .arg(QStringLiteral("QFileDialog"), 12)
-                 .arg(QStringLiteral("peak"), 9)
-                 .arg(QStringLiteral("ch/readdir"), 11)
-                 .arg(QStringLiteral("QFD/ch"), 8)
-                 .arg(QStringLiteral("search"), 9);
+    fw::bench::Out() << QStringLiteral("%1 %2 %3 %4 %5 %6 %7 %8 %9\n")
+                            .arg(QStringLiteral("files"), 8)
+                            .arg(QStringLiteral("readdir"), 10)
+                            .arg(QStringLiteral("chooser"), 10)
+                            .arg(QStringLiteral("peak"), 9)
+                            .arg(QStringLiteral("QFileDialog"), 12)
+                            .arg(QStringLiteral("peak"), 9)
+                            .arg(QStringLiteral("ch/readdir"), 11)
+                            .arg(QStringLiteral("QFD/ch"), 8)
+                            .arg(QStringLiteral("search"), 9);
     for (int size : sizes) {
         const std::string folder = folderOf(size);
         const int runs = size >= 1000000 ? 1 : 3; // a million takes its time once
         const Measured bare = measure(QStringLiteral("readdir"), folder, limitMs, runs);
         const Measured chooser = measure(QStringLiteral("chooser"), folder, limitMs, runs);
         const Measured qt = measure(QStringLiteral("qfiledialog"), folder, limitMs, runs);
-        out() << QStringLiteral("%1 %2 %3 %4 %5 %6 %7 %8 %9\n")
-                     .arg(size, 8)
-                     .arg(figure(bare.ms, " ms"), 10)
-                     .arg(figure(chooser.ms, " ms"), 10)
-                     .arg(figure(chooser.peakMb, " MB"), 9)
-                     .arg(figure(qt.ms, " ms"), 12)
-                     .arg(figure(qt.peakMb, " MB"), 9)
-                     .arg(ratio(chooser.ms, bare.ms), 11)
-                     .arg(ratio(qt.ms, chooser.ms), 8)
-                     .arg(figure(chooser.searchMs, " ms"), 9);
-        out().flush();
+        fw::bench::Out() << QStringLiteral("%1 %2 %3 %4 %5 %6 %7 %8 %9\n")
+                                .arg(size, 8)
+                                .arg(fw::bench::Figure(bare.ms, " ms"), 10)
+                                .arg(fw::bench::Figure(chooser.ms, " ms"), 10)
+                                .arg(fw::bench::Figure(chooser.peakMb, " MB"), 9)
+                                .arg(fw::bench::Figure(qt.ms, " ms"), 12)
+                                .arg(fw::bench::Figure(qt.peakMb, " MB"), 9)
+                                .arg(fw::bench::Ratio(chooser.ms, bare.ms), 11)
+                                .arg(fw::bench::Ratio(qt.ms, chooser.ms), 8)
+                                .arg(fw::bench::Figure(chooser.searchMs, " ms"), 9);
+        fw::bench::Out().flush();
     }
-    out() << "\n\"-\": not measured, or not done within the limit of " << limitMs / 1000 << " s.\n";
-    out().flush();
+    fw::bench::Out() << "\n\"-\": not measured, or not done within the limit of " << limitMs / 1000
+                     << " s.\n";
+    fw::bench::Out().flush();
     return 0;
 }
 

@@ -34,12 +34,6 @@ namespace {
 
 using fw::testing::SambaServer;
 
-QTextStream& out()
-{
-    static QTextStream stream(stdout);
-    return stream;
-}
-
 // The folder "n<count>" of count empty files in the share.
 QString makeFolder(const SambaServer& server, int count)
 {
@@ -101,16 +95,6 @@ double chooserMs(const std::string& location, int count, int limitMs)
     return fw::bench::ChooserToPaintedList(location, count, limitMs);
 }
 
-QString figure(double ms)
-{
-    return ms < 0 ? QStringLiteral("-") : QString::number(ms, 'f', 1) + QStringLiteral(" ms");
-}
-
-QString ratio(double a, double b)
-{
-    return a < 0 || b <= 0 ? QStringLiteral("-") : QString::number(a / b, 'f', 2) + u'x';
-}
-
 } // namespace
 
 int main(int argc, char** argv)
@@ -132,17 +116,17 @@ int main(int argc, char** argv)
     }
     SambaServer server;
     if (server.Port() == 0) {
-        out() << "No Samba server: " << server.SkipReason() << '\n';
+        fw::bench::Out() << "No Samba server: " << server.SkipReason() << '\n';
         return 1;
     }
-    out() << QStringLiteral("%1 %2 %3 %4 %5 %6 %7\n")
-                 .arg(QStringLiteral("files"), 7)
-                 .arg(QStringLiteral("smbclient"), 11)
-                 .arg(QStringLiteral("ListFiles"), 11)
-                 .arg(QStringLiteral("chooser 1st"), 12)
-                 .arg(QStringLiteral("chooser"), 11)
-                 .arg(QStringLiteral("List/smbc"), 10)
-                 .arg(QStringLiteral("ch/smbc"), 9);
+    fw::bench::Out() << QStringLiteral("%1 %2 %3 %4 %5 %6 %7\n")
+                            .arg(QStringLiteral("files"), 7)
+                            .arg(QStringLiteral("smbclient"), 11)
+                            .arg(QStringLiteral("ListFiles"), 11)
+                            .arg(QStringLiteral("chooser 1st"), 12)
+                            .arg(QStringLiteral("chooser"), 11)
+                            .arg(QStringLiteral("List/smbc"), 10)
+                            .arg(QStringLiteral("ch/smbc"), 9);
     for (const int count : sizes) {
         const QString folder = makeFolder(server, count);
         const std::string location = "\\\\127.0.0.1:" + std::to_string(server.Port()) +
@@ -156,16 +140,16 @@ int main(int argc, char** argv)
             QThread::msleep(1100);
             return chooserMs(location, count, limitMs);
         });
-        out() << QStringLiteral("%1 %2 %3 %4 %5 %6 %7\n")
-                     .arg(count, 7)
-                     .arg(figure(bare), 11)
-                     .arg(figure(listed), 11)
-                     .arg(figure(first), 12)
-                     .arg(figure(shown), 11)
-                     .arg(ratio(listed, bare), 10)
-                     .arg(ratio(shown, bare), 9);
-        out().flush();
+        fw::bench::Out() << QStringLiteral("%1 %2 %3 %4 %5 %6 %7\n")
+                                .arg(count, 7)
+                                .arg(fw::bench::Figure(bare, " ms"), 11)
+                                .arg(fw::bench::Figure(listed, " ms"), 11)
+                                .arg(fw::bench::Figure(first, " ms"), 12)
+                                .arg(fw::bench::Figure(shown, " ms"), 11)
+                                .arg(fw::bench::Ratio(listed, bare, 2), 10)
+                                .arg(fw::bench::Ratio(shown, bare, 2), 9);
+        fw::bench::Out().flush();
     }
-    out() << "\n\"-\": failed, or not done within " << limitMs / 1000 << " s.\n";
+    fw::bench::Out() << "\n\"-\": failed, or not done within " << limitMs / 1000 << " s.\n";
     return 0;
 }

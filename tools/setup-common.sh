@@ -18,6 +18,8 @@ packages=(
     clang libclang-rt-14-dev  # the fuzz targets: libFuzzer comes with clang's runtime
     libsmbclient-dev libavahi-client-dev  # SMB shares and DNS-SD host discovery
     samba smbclient           # a real SMB server on loopback for the network tests
+    libcurl4-openssl-dev      # the desktop host's FTP synchronisation
+    rsync lftp                # reference tools the synchronisation benchmark measures against
 )
 
 say() { printf '\n== %s\n' "$*"; }

@@ -241,9 +241,10 @@ bool DesktopFiles::IsRealFile(const std::string& path)
     return facts && facts->regular;
 }
 
-bool DesktopFiles::synchronise(const std::string&, const std::string&)
+std::int32_t DesktopFiles::synchronise(const std::string&, const std::string&, SyncProgress&,
+                                       SyncJob&)
 {
-    return false;
+    return SyncFailed; // the engine is being built
 }
 
 int DesktopFiles::DriveType(const std::string& drive)

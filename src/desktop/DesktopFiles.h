@@ -30,7 +30,7 @@ namespace fw::desktop {
 /// (SafeDelete.h). SizeText: "512 Bytes", "1,5 KB", "3,2 MB" (binary units).
 /// UNC paths and letters mapped to shares (NetworkDrives.h) go to the SMB
 /// client (SmbFiles.h); Network is the DesktopNetwork over the same client and
-/// mappings. synchronise answers false.
+/// mappings.
 /// text, given as UTF-8, in an encoding named as iconv and Qt name them:
 /// empty or "UTF-8" passes the bytes unchanged (even ones that are no UTF-8);
 /// "ISO-8859-1"/"Latin1", "UTF-16LE", "UTF-16BE", "UTF-16", "UTF-32..." and
@@ -67,7 +67,8 @@ class DesktopFiles final : public CoreDevFiles {
     std::string SizeText(std::int64_t bytes) override;
     /// A regular file (or a link to one), not a folder, device or pseudo path.
     bool IsRealFile(const std::string& path) override;
-    bool synchronise(const std::string& source, const std::string& target) override;
+    std::int32_t synchronise(const std::string& path1, const std::string& path2,
+                             SyncProgress& window, SyncJob& job) override;
     int DriveType(const std::string& drive) override;
     StringList DrivesOfType(int type) override;
     std::string VolumeLabel(const std::string& drive) override;

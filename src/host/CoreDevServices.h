@@ -6,6 +6,7 @@
 #include "host/HostObjects.h"
 #include "host/Picture.h"
 #include "host/StringList.h"
+#include "host/SyncJob.h"
 
 #include <cstdint>
 #include <memory>
@@ -278,7 +279,10 @@ class CoreDevFiles {
     virtual bool CreateFolder(const std::string& path) = 0;
     virtual std::string SizeText(std::int64_t bytes) = 0;
     virtual bool IsRealFile(const std::string& path) = 0;
-    virtual bool synchronise(const std::string& source, const std::string& target) = 0;
+    /// Synchronises two folders (side 1, side 2), reporting to the window.
+    /// Returns a SyncOutcome.
+    virtual std::int32_t synchronise(const std::string& path1, const std::string& path2,
+                                     SyncProgress& window, SyncJob& job) = 0;
     /// 2 removable, 3 fixed, 4 network, 5 optical, 6 RAM; 0 or 1 for none.
     virtual int DriveType(const std::string& drive) = 0;
     virtual StringList DrivesOfType(int type) = 0;

@@ -3,6 +3,7 @@
 // resource packages, XML and FTP.
 
 #include "host/LateBound.h"
+#include "host/SyncJob.h"
 #include "host/Picture.h"
 #include "host/StringList.h"
 
@@ -147,7 +148,10 @@ class FtpObject : public LateBound {
     virtual ~FtpObject() = default;
     virtual bool Cancel() const = 0;
     virtual void SetCancel(bool cancel) = 0;
-    virtual bool synchronise() = 0;
+    /// Synchronises the local folder with the server folder, reporting to the
+    /// window; the cancel flag above is the window's. Returns a SyncOutcome.
+    virtual std::int32_t synchronise(const std::string& local, const std::string& remote,
+                                     SyncProgress& window, SyncJob& job) = 0;
     /// Late-bound command of the FTP console; returns the host's answer.
     virtual std::string SENDCOMMAND(const std::string& command) = 0;
     std::string Invoke(const std::string& method, const std::vector<std::string>& args) override;

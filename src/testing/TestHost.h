@@ -134,6 +134,13 @@ class TestHost : public fw::CoreDev {
         bool absent = false; ///< the host has no network service at all
     } network;
 
+    /// What the file services' synchronise does with the window it is given
+    /// (calling SHOWTASK, LOG, ... as a real run would); unset: it returns
+    /// the queued number ("synchronise"), 1 when none is queued.
+    std::function<std::int32_t(const std::string& path1, const std::string& path2,
+                               fw::SyncProgress& window, fw::SyncJob& job)>
+        synchroniseScript;
+
     /// Monitors in pixels; the first is the primary one.
     std::vector<fw::MonitorInfo> monitors{{1, 0, 0, 1920, 1080}};
 

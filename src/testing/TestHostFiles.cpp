@@ -350,10 +350,13 @@ class Files : public fw::CoreDevFiles {
         std::error_code error;
         return fs::is_regular_file(path, error);
     }
-    bool synchronise(const std::string& source, const std::string& target) override
+    std::int32_t synchronise(const std::string& path1, const std::string& path2,
+                             fw::SyncProgress& window, fw::SyncJob& job) override
     {
-        m_host.record("synchronise", {source, target});
-        return m_host.nextBool("synchronise");
+        m_host.record("synchronise", {path1, path2});
+        if (m_host.synchroniseScript)
+            return m_host.synchroniseScript(path1, path2, window, job);
+        return std::stoi(m_host.nextAnswer("synchronise", "1"));
     }
     int DriveType(const std::string& drive) override
     {

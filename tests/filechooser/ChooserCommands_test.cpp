@@ -48,7 +48,11 @@ class RealFiles final : public CoreDevFiles {
     bool CreateFolder(const std::string& p) override { return !refuseChanges && real.CreateFolder(p); }
     std::string SizeText(std::int64_t b) override { return real.SizeText(b); }
     bool IsRealFile(const std::string& p) override { return real.IsRealFile(p); }
-    bool synchronise(const std::string& s, const std::string& t) override { return real.synchronise(s, t); }
+    std::int32_t synchronise(const std::string& a, const std::string& b, SyncProgress& w,
+                             SyncJob& j) override
+    {
+        return real.synchronise(a, b, w, j);
+    }
     int DriveType(const std::string& d) override { return real.DriveType(d); }
     StringList DrivesOfType(int t) override { return real.DrivesOfType(t); }
     std::string VolumeLabel(const std::string& d) override { return real.VolumeLabel(d); }

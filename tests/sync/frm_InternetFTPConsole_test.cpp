@@ -14,7 +14,11 @@ using namespace fw::testing;
 struct FakeFtp : fw::FtpObject {
     bool Cancel() const override { return false; }
     void SetCancel(bool) override {}
-    bool synchronise() override { return false; }
+    std::int32_t synchronise(const std::string&, const std::string&, fw::SyncProgress&,
+                             fw::SyncJob&) override
+    {
+        return fw::SyncFailed;
+    }
     std::string SENDCOMMAND(const std::string& command) override
     {
         commands.push_back(command);

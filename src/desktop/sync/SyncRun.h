@@ -1,0 +1,17 @@
+#pragma once
+// The synchronisation's six tasks over two sides: list side 1, list side 2,
+// find the changes against the protocol of the last run, confirm them, carry
+// them out, write the new protocol. It reports through the progress window
+// and counts into the job.
+
+#include "desktop/sync/SyncSide.h"
+#include "host/SyncJob.h"
+
+namespace fw::desktop::sync {
+
+/// side1 is the local folder; side2 the second folder or the FTP folder.
+/// Returns SyncFinished, SyncCancelled or SyncFailed (bad places: nothing
+/// changed, the reason in the error list).
+SyncOutcome RunSync(SyncSide& side1, SyncSide& side2, SyncProgress& window, SyncJob& job);
+
+} // namespace fw::desktop::sync

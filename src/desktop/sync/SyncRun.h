@@ -7,7 +7,16 @@
 #include "desktop/sync/SyncSide.h"
 #include "host/SyncJob.h"
 
+#include <memory>
+#include <string>
+
 namespace fw::desktop::sync {
+
+/// A folder on this machine as a side: location ("C:\home\anna\Daten") or
+/// Linux path. Deletions go to the desktop's trash unless job.DeleteForGood.
+/// Null with a reason if it is no folder.
+std::unique_ptr<SyncSide> MakeLocalFolder(const std::string& folder, const SyncJob& job,
+                                          std::string& error);
 
 /// side1 is the local folder; side2 the second folder or the FTP folder.
 /// Returns SyncFinished, SyncCancelled or SyncFailed (bad places: nothing

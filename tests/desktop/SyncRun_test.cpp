@@ -305,6 +305,10 @@ TEST_F(SyncRun, AFullDiskFailsTheCopyThatDoesNotFitOnly)
 {
     if (::mount("tmpfs", two.c_str(), "tmpfs", 0, "size=1m") != 0)
         GTEST_SKIP() << "mounting a small tmpfs is not allowed here";
+    const struct Unmount {
+        std::string at;
+        ~Unmount() { ::umount(at.c_str()); }
+    } unmount{two};
     Put(one + "/gross.bin", std::string(2 << 20, 'g'));
     Put(one + "/klein.txt", "k");
     Window window;
@@ -312,7 +316,16 @@ TEST_F(SyncRun, AFullDiskFailsTheCopyThatDoesNotFitOnly)
     EXPECT_EQ(Sync(window), SyncFinished);
     EXPECT_EQ(job.Errors, 1);
     EXPECT_EQ(namesIn(two), std::vector<std::string>{"klein.txt"});
-    ::umount(two.c_str());
+    // Another volume's trash lies in its top folder, which is side 2's root
+    // here: it must not be synchronised back.
+    ::unlink((one + "/klein.txt").c_str());
+    deleteForGood = false;
+    Window again, later;
+    EXPECT_EQ(Sync(again), SyncFinished);
+    EXPECT_EQ(again.errors.size(), 1u);
+    EXPECT_EQ(Sync(later), SyncFinished);
+    EXPECT_EQ(namesIn(one), std::vector<std::string>{"gross.bin"});
+    EXPECT_EQ(namesIn(two), std::vector<std::string>{".Trash-0"});
 }
 
 TEST_F(SyncRun, ASparseFileStaysSparse)

@@ -221,6 +221,10 @@ TEST_F(SyncRun, UncheckedDeclinedAndDryRunsChangeOnlyWhatWasConfirmed)
     EXPECT_EQ(job.Done, 1);
     EXPECT_EQ(job.Skipped, 1);
     EXPECT_EQ(namesIn(two), std::vector<std::string>{"a.txt"});
+    Window later;
+    EXPECT_EQ(Sync(later), SyncFinished);
+    EXPECT_EQ(later.shown->Total(), 1) << "what was left out is asked again";
+    EXPECT_EQ(later.shown->UP, StringList{"b.txt"});
 }
 
 TEST_F(SyncRun, CancelMidCopyLeavesNoHalfFileAndNoTemporary)

@@ -105,6 +105,9 @@ std::string ServerFolder(std::string path)
 struct FtpFolder::Connection {
     CURL* handle = nullptr;
     std::vector<std::string> heard; ///< the server's reply lines of the last call
+    /// The commands libcurl sent in the last call, each with the reply lines
+    /// that followed it (a password stands as "PASS ***").
+    std::vector<std::pair<std::string, std::vector<std::string>>> exchange;
     const SyncSignals* signals = nullptr;
     std::int64_t offset = 0; ///< bytes of the transfer done before this call
     std::int64_t total = 0;
@@ -121,6 +124,38 @@ struct FtpFolder::Connection {
     {
         static_cast<Connection*>(self)->heard.emplace_back(data, size * n);
         return size * n;
+    }
+
+    static int watch(CURL*, curl_infotype kind, char* data, std::size_t size, void* self)
+    {
+        auto* c = static_cast<Connection*>(self);
+        std::string text(data, size);
+        while (!text.empty() && (text.back() == '\n' || text.back() == '\r'))
+            text.pop_back();
+        if (kind == CURLINFO_HEADER_OUT)
+            c->exchange.push_back({text.rfind("PASS ", 0) == 0 ? "PASS ***" : text, {}});
+        else if (kind == CURLINFO_HEADER_IN && !c->exchange.empty())
+            c->exchange.back().second.push_back(text);
+        return 0;
+    }
+
+    /// The reply to each of lines, found by what was sent: libcurl may send
+    /// commands of its own before and after them (login, CWD).
+    bool repliesTo(const std::vector<std::string>& lines, std::vector<FtpReply>& replies) const
+    {
+        replies.clear();
+        auto at = exchange.begin();
+        for (const std::string& line : lines) {
+            at = std::find_if(at, exchange.end(), [&](const auto& e) { return e.first == line; });
+            if (at == exchange.end())
+                return false;
+            const auto split = SplitReplies(at->second);
+            if (split.empty())
+                return false;
+            replies.push_back(split.front());
+            ++at;
+        }
+        return true;
     }
 
     static int progress(void* self, curl_off_t downTotal, curl_off_t downNow, curl_off_t upTotal,
@@ -145,6 +180,7 @@ struct FtpFolder::Connection {
     {
         curl_easy_reset(handle);
         heard.clear();
+        exchange.clear();
         signals = callSignals;
         offset = total = 0;
         errorText[0] = 0;
@@ -164,6 +200,10 @@ struct FtpFolder::Connection {
         curl_easy_setopt(handle, CURLOPT_XFERINFOFUNCTION, &Connection::progress);
         curl_easy_setopt(handle, CURLOPT_XFERINFODATA, this);
         curl_easy_setopt(handle, CURLOPT_ERRORBUFFER, errorText);
+        // The trace tells which reply answers which command.
+        curl_easy_setopt(handle, CURLOPT_DEBUGFUNCTION, &Connection::watch);
+        curl_easy_setopt(handle, CURLOPT_DEBUGDATA, this);
+        curl_easy_setopt(handle, CURLOPT_VERBOSE, 1L);
     }
 
     /// For transfers: no byte for this long ends the call.
@@ -227,14 +267,6 @@ FtpFolder::FtpFolder(FtpAccount account, int timeoutSeconds)
 
 FtpFolder::~FtpFolder() = default;
 
-std::string FtpFolder::Describe() const
-{
-    const bool v6 = m_account.host.find(':') != std::string::npos;
-    const std::string host = v6 ? "[" + m_account.host + "]" : m_account.host;
-    return "ftp://" + m_account.user + "@" + host + ":" + std::to_string(m_account.port) +
-           m_account.path;
-}
-
 std::string FtpFolder::serverPath(const std::string& path) const
 {
     if (path.empty())
@@ -248,24 +280,33 @@ std::string FtpFolder::temporaryName(const std::string& path)
 }
 
 namespace {
+std::string hostUrl(const FtpAccount& account)
+{
+    const bool v6 = account.host.find(':') != std::string::npos;
+    return "ftp://" + (v6 ? "[" + account.host + "]" : account.host) + ":" +
+           std::to_string(account.port);
+}
+
 // "%2F" makes the path absolute rather than below the login folder.
 std::string urlOf(const FtpAccount& account, const std::string& serverPath, bool folder)
 {
-    const bool v6 = account.host.find(':') != std::string::npos;
-    const std::string host = v6 ? "[" + account.host + "]" : account.host;
-    std::string url = "ftp://" + host + ":" + std::to_string(account.port) + "/%2F" +
-                      encodeUrlPath(serverPath.substr(1));
+    std::string url = hostUrl(account) + "/%2F" + encodeUrlPath(serverPath.substr(1));
     if (folder && url.back() != '/')
         url += '/';
     return url;
 }
 } // namespace
 
+std::string FtpFolder::Describe() const
+{
+    return hostUrl(m_account).insert(6, m_account.user + "@") + m_account.path;
+}
+
 bool FtpFolder::commands(const std::vector<std::string>& lines, std::vector<FtpReply>& replies,
                          std::string& error)
 {
     Connection& c = *m_connection;
-    c.prepare(m_account, m_timeoutSeconds, urlOf(m_account, "/", true), nullptr);
+    c.prepare(m_account, m_timeoutSeconds, hostUrl(m_account) + "/", nullptr);
     curl_slist* quote = nullptr;
     for (const std::string& line : lines)
         quote = curl_slist_append(quote, ("*" + line).c_str()); // "*": a refusal is an answer
@@ -279,14 +320,10 @@ bool FtpFolder::commands(const std::vector<std::string>& lines, std::vector<FtpR
         error = c.describe(code, m_account, m_timeoutSeconds);
         return false;
     }
-    // Nothing follows the quoted commands in a call without a transfer, so
-    // their replies are the last ones; before them come the greeting and login.
-    const auto all = SplitReplies(c.heard);
-    if (all.size() < lines.size()) {
+    if (!c.repliesTo(lines, replies)) {
         error = "Der Server hat nicht auf jeden Befehl geantwortet.";
         return false;
     }
-    replies.assign(all.end() - std::ptrdiff_t(lines.size()), all.end());
     return true;
 }
 

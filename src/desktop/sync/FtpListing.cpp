@@ -248,7 +248,8 @@ std::vector<FtpReply> SplitReplies(const std::vector<std::string>& lines)
     for (std::string line : lines) {
         while (!line.empty() && (line.back() == '\n' || line.back() == '\r'))
             line.pop_back();
-        const bool coded = line.size() >= 3 && std::isdigit(static_cast<unsigned char>(line[0])) &&
+        // Reply codes begin with 1 to 5.
+        const bool coded = line.size() >= 3 && line[0] >= '1' && line[0] <= '5' &&
                            std::isdigit(static_cast<unsigned char>(line[1])) &&
                            std::isdigit(static_cast<unsigned char>(line[2])) &&
                            (line.size() == 3 || line[3] == ' ' || line[3] == '-');

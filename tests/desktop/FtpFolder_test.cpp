@@ -5,6 +5,7 @@
 #include "desktop/DesktopFtpSync.h"
 #include "desktop/sync/FtpFolder.h"
 #include "desktop/sync/FtpListing.h"
+#include "host/HostObjects.h"
 #include "support/FtpServer.h"
 
 #include <QDir>
@@ -258,6 +259,49 @@ TEST(FtpFolderTest, CancelDuringALargeTransferEndsWithinASecondAndLeavesNothing)
     EXPECT_EQ(namesBelow(local.path()), QStringList{"gross.bin"});
 }
 
+// The window as the host's synchronisation sees it, confirming every plan.
+struct Window : fw::SyncProgress {
+    std::shared_ptr<fw::FtpObject> ftp;
+    std::vector<std::string> errors;
+    void SHOWTASK(std::int32_t) override {}
+    void LOG(const std::string&) override {}
+    void PROGRESS(std::int32_t, std::int32_t) override {}
+    void LOGERROR(const std::string& a, const std::string& b, const std::string& c) override
+    {
+        errors.push_back(a + " | " + b + " | " + c);
+    }
+    bool Cancelled() const override { return ftp->Cancel(); }
+    bool Confirm(fw::SyncActions&) override { return true; }
+};
+
+TEST(FtpFolderTest, TheFtpObjectSynchronisesBothWaysAndAnswersConsoleCommands)
+{
+    auto s = serve();
+    QTemporaryDir local, data;
+    qputenv("XDG_DATA_HOME", data.path().toUtf8()); // the protocol of the run goes here
+    const std::string here = local.path().toStdString();
+    ASSERT_EQ(::mkdir((here + "/Ordner").c_str(), 0755), 0);
+    writeFile(here + "/Ordner/hoch.txt", "von hier");
+    writeFile(s->at("runter.txt"), "von dort", kTime + 60);
+    Window window;
+    window.ftp =
+        fw::desktop::MakeFtpSync({"127.0.0.1", s->server->Port(), "anna", "geheim", "/"}, 5);
+    for (const int run : {1, 2}) {
+        SCOPED_TRACE(run);
+        fw::SyncJob job;
+        job.DeleteForGood = true;
+        EXPECT_EQ(window.ftp->synchronise(here, "", window, job), fw::SyncFinished);
+        EXPECT_EQ(window.errors, std::vector<std::string>());
+        EXPECT_EQ(job.Done, run == 1 ? 3 : 0); // a second run finds nothing to do
+        EXPECT_EQ(readFile(s->at("Ordner/hoch.txt")), "von hier");
+        EXPECT_EQ(readFile(here + "/runter.txt"), "von dort");
+        EXPECT_EQ(mtimeOf(here + "/runter.txt"), kTime + 60);
+    }
+    EXPECT_EQ(window.ftp->SENDCOMMAND("PWD"), "257 \"/\" is the current directory.");
+    EXPECT_EQ(window.ftp->SENDCOMMAND("DELE nix").substr(0, 4), "550 ");
+    qunsetenv("XDG_DATA_HOME");
+}
+
 TEST(FtpFolderTest, AddressesAreReadOrRefusedWithAReason)
 {
     const struct {
@@ -310,7 +354,7 @@ TEST(FtpFolderTest, ListingLinesOfHostileOrOddServersAreReadOrSkipped)
          " zwei Leerzeichen", 12, 1700000000},
         {"Type=DIR;Modify=20231114221320; Ordner", true, FtpLine::Entry, "Ordner", 0, 1700000000},
         {"type=cdir; .", true, FtpLine::Ignored, "", 0, 0},
-        {"type=OS.unix=symlink;size=3; link", true, FtpLine::Ignored, "", 0, 0},
+        {"type=OS.unix=symlink;size=3; link", true, FtpLine::Link, "link", 0, 0},
         {"type=file;modify=2023; ohne-groesse", true, FtpLine::Unreadable, "", 0, 0},
         {"type=file;size=1; a/../b", true, FtpLine::Unreadable, "", 0, 0},
         {"-rw-r--r--   1 anna  users  5 Nov 14 22:13 a b.txt", false, FtpLine::Entry, "a b.txt", 5,
@@ -319,7 +363,7 @@ TEST(FtpFolderTest, ListingLinesOfHostileOrOddServersAreReadOrSkipped)
          1577923200},
         {"-rw-r--r-- 1 anna users 7 Dec 31 23:59 Silvester", false, FtpLine::Entry, "Silvester", 7,
          1672531140},
-        {"lrwxrwxrwx 1 anna users 4 Jan  2  2020 link -> /etc", false, FtpLine::Ignored, "", 0, 0},
+        {"lrwxrwxrwx 1 anna users 4 Jan  2  2020 link -> /etc", false, FtpLine::Link, "link", 0, 0},
         {"total 12", false, FtpLine::Ignored, "", 0, 0},
         {"-rw-r--r-- 1 anna users -5 Foo 99 99:99 x", false, FtpLine::Unreadable, "", 0, 0},
         {"Kaputt", false, FtpLine::Unreadable, "", 0, 0},
@@ -329,7 +373,7 @@ TEST(FtpFolderTest, ListingLinesOfHostileOrOddServersAreReadOrSkipped)
         const FtpLine line = row.mlsd ? fw::desktop::sync::ParseMlsdLine(row.line)
                                       : fw::desktop::sync::ParseListLine(row.line, now);
         ASSERT_EQ(line.kind, row.kind) << line.reason;
-        if (line.kind == FtpLine::Entry) {
+        if (line.kind == FtpLine::Entry || line.kind == FtpLine::Link) {
             EXPECT_EQ(line.entry.name, row.name);
             EXPECT_EQ(line.entry.size, row.size);
             EXPECT_EQ(line.entry.mtime, row.mtime);

@@ -108,8 +108,8 @@ struct FtpFolder::Connection {
     /// The commands libcurl sent in the last call, each with the reply lines
     /// that followed it (a password stands as "PASS ***").
     std::vector<std::pair<std::string, std::vector<std::string>>> exchange;
-    const SyncSignals* signals = nullptr;
-    std::int64_t offset = 0; ///< bytes of the transfer done before this call
+    const SyncSignals* watch = nullptr; ///< of the call under way
+    std::int64_t offset = 0;            ///< bytes of the transfer done before this call
     std::int64_t total = 0;
     char errorText[CURL_ERROR_SIZE] = {};
 
@@ -126,7 +126,7 @@ struct FtpFolder::Connection {
         return size * n;
     }
 
-    static int watch(CURL*, curl_infotype kind, char* data, std::size_t size, void* self)
+    static int trace(CURL*, curl_infotype kind, char* data, std::size_t size, void* self)
     {
         auto* c = static_cast<Connection*>(self);
         std::string text(data, size);
@@ -162,14 +162,14 @@ struct FtpFolder::Connection {
                         curl_off_t upNow)
     {
         auto* c = static_cast<Connection*>(self);
-        if (!c->signals)
+        if (!c->watch)
             return 0;
-        if (c->signals->Cancelled())
+        if (c->watch->Cancelled())
             return 1; // libcurl ends the call with CURLE_ABORTED_BY_CALLBACK
-        if (c->signals->progress && (downNow || upNow)) {
+        if (c->watch->progress && (downNow || upNow)) {
             const std::int64_t now = c->offset + std::max(downNow, upNow);
             const std::int64_t total = c->total ? c->total : std::max(downTotal, upTotal);
-            c->signals->progress(now, total);
+            c->watch->progress(now, total);
         }
         return 0;
     }
@@ -181,7 +181,7 @@ struct FtpFolder::Connection {
         curl_easy_reset(handle);
         heard.clear();
         exchange.clear();
-        signals = callSignals;
+        watch = callSignals;
         offset = total = 0;
         errorText[0] = 0;
         curl_easy_setopt(handle, CURLOPT_URL, url.c_str());
@@ -201,7 +201,7 @@ struct FtpFolder::Connection {
         curl_easy_setopt(handle, CURLOPT_XFERINFODATA, this);
         curl_easy_setopt(handle, CURLOPT_ERRORBUFFER, errorText);
         // The trace tells which reply answers which command.
-        curl_easy_setopt(handle, CURLOPT_DEBUGFUNCTION, &Connection::watch);
+        curl_easy_setopt(handle, CURLOPT_DEBUGFUNCTION, &Connection::trace);
         curl_easy_setopt(handle, CURLOPT_DEBUGDATA, this);
         curl_easy_setopt(handle, CURLOPT_VERBOSE, 1L);
     }
@@ -371,14 +371,14 @@ bool FtpFolder::features(std::string& error)
 }
 
 bool FtpFolder::listFolder(
-    const std::string& path, std::vector<SyncItem>& items, const SyncSignals& signals,
+    const std::string& path, std::vector<SyncItem>& items, const SyncSignals& watch,
     std::string& error, const std::function<void(const std::string&, const std::string&)>& skipped)
 {
     if (!sayable(path, error))
         return false;
     Connection& c = *m_connection;
     std::string text;
-    c.prepare(m_account, m_timeoutSeconds, urlOf(m_account, serverPath(path), true), &signals);
+    c.prepare(m_account, m_timeoutSeconds, urlOf(m_account, serverPath(path), true), &watch);
     c.stallLimit(m_timeoutSeconds);
     if (m_features.mlsd)
         curl_easy_setopt(c.handle, CURLOPT_CUSTOMREQUEST, "MLSD");
@@ -404,6 +404,8 @@ bool FtpFolder::listFolder(
         const FtpLine line = m_features.mlsd ? ParseMlsdLine(raw) : ParseListLine(raw, now);
         if (line.kind == FtpLine::Unreadable && skipped)
             skipped(joined(path, std::string(raw.substr(raw.rfind(' ') + 1))), line.reason);
+        if (line.kind == FtpLine::Link && skipped)
+            skipped(joined(path, line.entry.name), std::string(SyncSkippedLink));
         if (line.kind != FtpLine::Entry)
             continue;
         const FtpEntry& e = line.entry;
@@ -438,7 +440,7 @@ bool FtpFolder::fillTimes(std::vector<SyncItem>& items, std::string& error)
 }
 
 bool FtpFolder::List(
-    SyncTree& tree, const SyncSignals& signals, std::string& error,
+    SyncTree& tree, const SyncSignals& watch, std::string& error,
     const std::function<void(const std::string& path, const std::string& reason)>& skipped)
 {
     tree.clear();
@@ -446,13 +448,13 @@ bool FtpFolder::List(
         return false;
     std::vector<std::string> folders{""};
     for (std::size_t next = 0; next < folders.size(); ++next) {
-        if (signals.Cancelled()) {
+        if (watch.Cancelled()) {
             error = "Abgebrochen.";
             return false;
         }
         std::vector<SyncItem> items;
         std::string why;
-        if (!listFolder(folders[next], items, signals, why, skipped)) {
+        if (!listFolder(folders[next], items, watch, why, skipped)) {
             if (next == 0) {
                 error = why;
                 return false;
@@ -531,7 +533,7 @@ bool FtpFolder::RemoveTree(const std::string& path, std::string& error)
 }
 
 bool FtpFolder::upload(const std::string& source, const std::string& serverPath,
-                       const SyncSignals& signals, std::string& error)
+                       const SyncSignals& watch, std::string& error)
 {
     std::FILE* file = std::fopen(source.c_str(), "rb");
     struct stat info {};
@@ -542,7 +544,7 @@ bool FtpFolder::upload(const std::string& source, const std::string& serverPath,
         return false;
     }
     Connection& c = *m_connection;
-    c.prepare(m_account, m_timeoutSeconds, urlOf(m_account, serverPath, false), &signals);
+    c.prepare(m_account, m_timeoutSeconds, urlOf(m_account, serverPath, false), &watch);
     c.stallLimit(m_timeoutSeconds);
     c.total = info.st_size;
     curl_easy_setopt(c.handle, CURLOPT_UPLOAD, 1L);
@@ -583,13 +585,13 @@ bool FtpFolder::rename(const std::string& from, const std::string& to, std::stri
 }
 
 bool FtpFolder::Put(const std::string& source, const std::string& path, std::int64_t mtime,
-                    const SyncSignals& signals, std::string& error)
+                    const SyncSignals& watch, std::string& error)
 {
     if (!sayable(path, error) || !features(error))
         return false;
     const std::string temporary = serverPath(temporaryName(path));
     const std::string target = serverPath(path);
-    if (!upload(source, temporary, signals, error) || !rename(temporary, target, error)) {
+    if (!upload(source, temporary, watch, error) || !rename(temporary, target, error)) {
         FtpReply ignored;
         std::string alsoFailed;
         command("DELE " + temporary, ignored, alsoFailed);
@@ -604,7 +606,7 @@ bool FtpFolder::Put(const std::string& source, const std::string& path, std::int
     return true;
 }
 
-bool FtpFolder::Get(const SyncItem& expected, const std::string& target, const SyncSignals& signals,
+bool FtpFolder::Get(const SyncItem& expected, const std::string& target, const SyncSignals& watch,
                     std::string& error)
 {
     if (!sayable(expected.path, error))
@@ -623,7 +625,7 @@ bool FtpFolder::Get(const SyncItem& expected, const std::string& target, const S
         std::fflush(file);
         have = std::int64_t(std::ftell(file));
         c.prepare(m_account, m_timeoutSeconds, urlOf(m_account, serverPath(expected.path), false),
-                  &signals);
+                  &watch);
         c.stallLimit(m_timeoutSeconds);
         c.offset = have;
         c.total = expected.size;
@@ -636,7 +638,7 @@ bool FtpFolder::Get(const SyncItem& expected, const std::string& target, const S
             code == CURLE_PARTIAL_FILE || code == CURLE_RECV_ERROR || code == CURLE_SEND_ERROR ||
             code == CURLE_GOT_NOTHING || code == CURLE_OPERATION_TIMEDOUT ||
             code == CURLE_FTP_WEIRD_SERVER_REPLY || (code == CURLE_OK && have < expected.size);
-        if (!dropped || signals.Cancelled() || have >= expected.size)
+        if (!dropped || watch.Cancelled() || have >= expected.size)
             break;
     }
     const bool synced = std::fflush(file) == 0 && ::fsync(fileno(file)) == 0;

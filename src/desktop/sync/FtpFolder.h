@@ -29,15 +29,15 @@ class FtpFolder : public SyncSide {
     FtpFolder& operator=(const FtpFolder&) = delete;
 
     std::string Describe() const override;
-    bool List(SyncTree& tree, const SyncSignals& signals, std::string& error,
+    bool List(SyncTree& tree, const SyncSignals& watch, std::string& error,
               const std::function<void(const std::string& path, const std::string& reason)>&
                   skipped) override;
     bool MakeFolder(const std::string& path, std::string& error) override;
     bool RemoveFile(const std::string& path, std::string& error) override;
     bool RemoveTree(const std::string& path, std::string& error) override;
     bool Put(const std::string& source, const std::string& path, std::int64_t mtime,
-             const SyncSignals& signals, std::string& error) override;
-    bool Get(const SyncItem& expected, const std::string& target, const SyncSignals& signals,
+             const SyncSignals& watch, std::string& error) override;
+    bool Get(const SyncItem& expected, const std::string& target, const SyncSignals& watch,
              std::string& error) override;
     bool Stat(const std::string& path, SyncItem& item, std::string& error) override;
 
@@ -54,12 +54,12 @@ class FtpFolder : public SyncSide {
     };
 
     bool features(std::string& error);
-    bool listFolder(const std::string& path, std::vector<SyncItem>& items,
-                    const SyncSignals& signals, std::string& error,
+    bool listFolder(const std::string& path, std::vector<SyncItem>& items, const SyncSignals& watch,
+                    std::string& error,
                     const std::function<void(const std::string&, const std::string&)>& skipped);
     bool fillTimes(std::vector<SyncItem>& items, std::string& error);
-    bool upload(const std::string& source, const std::string& serverPath,
-                const SyncSignals& signals, std::string& error);
+    bool upload(const std::string& source, const std::string& serverPath, const SyncSignals& watch,
+                std::string& error);
     bool rename(const std::string& from, const std::string& to, std::string& error);
     /// Runs the commands in order; replies holds one reply per command.
     bool commands(const std::vector<std::string>& lines, std::vector<FtpReply>& replies,

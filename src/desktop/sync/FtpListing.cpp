@@ -72,6 +72,14 @@ FtpLine entry(std::string_view name, bool folder, std::int64_t size, std::int64_
     return line;
 }
 
+FtpLine linkLine(std::string_view name)
+{
+    FtpLine line = entry(name, false, 0, 0);
+    if (line.kind == FtpLine::Entry)
+        line.kind = FtpLine::Link;
+    return line;
+}
+
 // Splits at runs of blanks; the rest after the last field taken stays whole.
 std::vector<std::string_view> fields(std::string_view text, std::size_t count,
                                      std::string_view& rest)
@@ -190,8 +198,10 @@ FtpLine ParseMlsdLine(std::string_view line)
     if (equalNoCase(type, "cdir") || equalNoCase(type, "pdir"))
         return {};
     const bool folder = equalNoCase(type, "dir");
+    if (equalNoCase(type, "OS.unix=symlink") || equalNoCase(type, "OS.unix=slink"))
+        return linkLine(name);
     if (!folder && !equalNoCase(type, "file"))
-        return {}; // links and devices: not part of the synchronised tree
+        return {}; // devices and the like: not part of the synchronised tree
     if (!folder && !size)
         return unreadable("Der Server nennt keine Größe für „" + std::string(name) + "“.");
     return entry(name, folder, size.value_or(0), mtime.value_or(0));
@@ -214,8 +224,10 @@ FtpLine ParseListLine(std::string_view line, std::int64_t now)
     if (parts.size() < 7 || parts[0].size() != 10)
         return fail();
     const char type = parts[0][0];
+    if (type == 'l')
+        return linkLine(name.substr(0, name.find(" -> ")));
     if (type != '-' && type != 'd')
-        return {}; // links, devices, pipes
+        return {}; // devices, pipes
     const std::size_t month = parts.size() - 3;
     const int monthNo = monthNumber(parts[month]);
     const auto size = parseCount(parts[month - 1]);

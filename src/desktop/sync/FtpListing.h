@@ -19,10 +19,11 @@ struct FtpEntry {
     std::int64_t mtime = 0; ///< seconds since the epoch, UTC; 0 when unknown
 };
 
-/// One listing line read: an entry, a line to pass over (".", "..", links,
-/// "total 12"), or a line that could not be read, with the reason.
+/// One listing line read: an entry, a symbolic link (its name in entry), a
+/// line to pass over (".", "..", devices, "total 12"), or a line that could
+/// not be read, with the reason.
 struct FtpLine {
-    enum Kind { Entry, Ignored, Unreadable } kind = Ignored;
+    enum Kind { Entry, Link, Ignored, Unreadable } kind = Ignored;
     FtpEntry entry;
     std::string reason;
 };

@@ -139,7 +139,7 @@ std::optional<FtpAccount> ParseFtpUrl(std::string_view url, std::string& error)
         account.user = *name;
         authority.remove_prefix(at + 1);
     }
-    std::string_view portText;
+    std::optional<std::string_view> portText; // set once a colon follows the host
     if (!authority.empty() && authority.front() == '[') {
         const std::size_t close = authority.find(']');
         if (close == std::string_view::npos) {
@@ -154,20 +154,18 @@ std::optional<FtpAccount> ParseFtpUrl(std::string_view url, std::string& error)
         }
         if (!after.empty())
             portText = after.substr(1);
-        if (!after.empty() && portText.empty())
-            portText = "x"; // "[::1]:" has a colon but no port
     } else {
         const std::size_t colon = authority.find(':');
         account.host = std::string(authority.substr(0, colon));
         if (colon != std::string_view::npos)
-            portText = authority.substr(colon + 1).empty() ? "x" : authority.substr(colon + 1);
+            portText = authority.substr(colon + 1);
     }
     if (account.host.empty()) {
         error = "Der Rechnername fehlt.";
         return std::nullopt;
     }
-    if (!portText.empty()) {
-        const auto port = portNumber(portText);
+    if (portText) {
+        const auto port = portNumber(*portText);
         if (!port) {
             error = "Der Port ist keine Zahl von 1 bis 65535.";
             return std::nullopt;

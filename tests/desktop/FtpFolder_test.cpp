@@ -206,17 +206,20 @@ TEST(FtpFolderTest, UnreachableOrRefusingServersEndWithinTheTimeAndSayWhy)
     DeadPort refusing(DeadPort::Refusing), silent(DeadPort::Silent);
     const struct {
         const char* name;
+        const char* host;
         quint16 port;
         const char* password;
         const char* says;
     } rows[] = {
-        {"refused login", s->server->Port(), "falsch-123", "Anmeldung als „anna“ abgelehnt (530"},
-        {"nobody listening", refusing.Port(), "geheim", "Verbindung abgelehnt"},
-        {"silent port", silent.Port(), "geheim", "antwortet nicht"},
+        {"refused login", "127.0.0.1", s->server->Port(), "falsch-123",
+         "Anmeldung als „anna“ abgelehnt (530"},
+        {"nobody listening", "127.0.0.1", refusing.Port(), "geheim", "Verbindung abgelehnt"},
+        {"silent port", "127.0.0.1", silent.Port(), "geheim", "antwortet nicht"},
+        {"no such host", "nicht-da.invalid", 21, "geheim", "„nicht-da.invalid“ nicht gefunden"},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
-        FtpFolder folder(FtpAccount{"127.0.0.1", row.port, "anna", row.password, "/"}, 2);
+        FtpFolder folder(FtpAccount{row.host, row.port, "anna", row.password, "/"}, 2);
         SyncTree tree;
         std::string error;
         QElapsedTimer clock;

@@ -1,6 +1,6 @@
 #include "desktop/sync/FtpFolder.h"
 
-#include <curl/curl.h>
+#include "desktop/sync/FtpConnection.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -8,7 +8,6 @@
 #include <cstring>
 #include <ctime>
 #include <fcntl.h>
-#include <mutex>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -16,34 +15,10 @@ namespace fw::desktop::sync {
 
 namespace {
 
-// A listing beyond this is no folder but a server that never stops talking.
-constexpr std::size_t kLongestListing = 256u << 20;
 // Downloads resume this often after a dropped connection before giving up.
 constexpr int kResumes = 3;
 // Commands that go to the server in one call (MDTM, DELE walks).
 constexpr std::size_t kBatch = 100;
-
-void initialiseCurl()
-{
-    static std::once_flag once;
-    std::call_once(once, [] { curl_global_init(CURL_GLOBAL_DEFAULT); });
-}
-
-std::string encodeUrlPath(std::string_view path)
-{
-    static const char hex[] = "0123456789ABCDEF";
-    std::string out;
-    for (unsigned char c : path) {
-        if (std::isalnum(c) || c == '-' || c == '.' || c == '_' || c == '~' || c == '/') {
-            out += char(c);
-        } else {
-            out += '%';
-            out += hex[c >> 4];
-            out += hex[c & 15];
-        }
-    }
-    return out;
-}
 
 std::string parentOf(const std::string& path)
 {
@@ -100,167 +75,9 @@ std::string ServerFolder(std::string path)
     return path;
 }
 
-// The easy handle and what its callbacks need. One handle for everything, so
-// that libcurl keeps one connection for the whole run.
-struct FtpFolder::Connection {
-    CURL* handle = nullptr;
-    std::vector<std::string> heard; ///< the server's reply lines of the last call
-    /// The commands libcurl sent in the last call, each with the reply lines
-    /// that followed it (a password stands as "PASS ***").
-    std::vector<std::pair<std::string, std::vector<std::string>>> exchange;
-    const SyncSignals* watch = nullptr; ///< of the call under way
-    std::int64_t offset = 0;            ///< bytes of the transfer done before this call
-    std::int64_t total = 0;
-    char errorText[CURL_ERROR_SIZE] = {};
-
-    Connection()
-    {
-        initialiseCurl();
-        handle = curl_easy_init();
-    }
-    ~Connection() { curl_easy_cleanup(handle); }
-
-    static std::size_t hear(char* data, std::size_t size, std::size_t n, void* self)
-    {
-        static_cast<Connection*>(self)->heard.emplace_back(data, size * n);
-        return size * n;
-    }
-
-    static int trace(CURL*, curl_infotype kind, char* data, std::size_t size, void* self)
-    {
-        auto* c = static_cast<Connection*>(self);
-        std::string text(data, size);
-        while (!text.empty() && (text.back() == '\n' || text.back() == '\r'))
-            text.pop_back();
-        if (kind == CURLINFO_HEADER_OUT)
-            c->exchange.push_back({text.rfind("PASS ", 0) == 0 ? "PASS ***" : text, {}});
-        else if (kind == CURLINFO_HEADER_IN && !c->exchange.empty())
-            c->exchange.back().second.push_back(text);
-        return 0;
-    }
-
-    /// The reply to each of lines, found by what was sent: libcurl may send
-    /// commands of its own before and after them (login, CWD).
-    bool repliesTo(const std::vector<std::string>& lines, std::vector<FtpReply>& replies) const
-    {
-        replies.clear();
-        auto at = exchange.begin();
-        for (const std::string& line : lines) {
-            at = std::find_if(at, exchange.end(), [&](const auto& e) { return e.first == line; });
-            if (at == exchange.end())
-                return false;
-            const auto split = SplitReplies(at->second);
-            if (split.empty())
-                return false;
-            replies.push_back(split.front());
-            ++at;
-        }
-        return true;
-    }
-
-    static int progress(void* self, curl_off_t downTotal, curl_off_t downNow, curl_off_t upTotal,
-                        curl_off_t upNow)
-    {
-        auto* c = static_cast<Connection*>(self);
-        if (!c->watch)
-            return 0;
-        if (c->watch->Cancelled())
-            return 1; // libcurl ends the call with CURLE_ABORTED_BY_CALLBACK
-        if (c->watch->progress && (downNow || upNow)) {
-            const std::int64_t now = c->offset + std::max(downNow, upNow);
-            const std::int64_t total = c->total ? c->total : std::max(downTotal, upTotal);
-            c->watch->progress(now, total);
-        }
-        return 0;
-    }
-
-    /// Fresh options for one call to url; the connection itself stays.
-    void prepare(const FtpAccount& account, int timeoutSeconds, const std::string& url,
-                 const SyncSignals* callSignals)
-    {
-        curl_easy_reset(handle);
-        heard.clear();
-        exchange.clear();
-        watch = callSignals;
-        offset = total = 0;
-        errorText[0] = 0;
-        curl_easy_setopt(handle, CURLOPT_URL, url.c_str());
-        curl_easy_setopt(handle, CURLOPT_USERNAME, account.user.c_str());
-        curl_easy_setopt(handle, CURLOPT_PASSWORD, account.password.c_str());
-        curl_easy_setopt(handle, CURLOPT_NOSIGNAL, 1L);
-        curl_easy_setopt(handle, CURLOPT_CONNECTTIMEOUT, long(timeoutSeconds));
-        curl_easy_setopt(handle, CURLOPT_SERVER_RESPONSE_TIMEOUT, long(timeoutSeconds));
-        curl_easy_setopt(handle, CURLOPT_FTP_USE_EPSV, 1L);
-        // One absolute CWD per folder: the same on every server, whatever
-        // folder an earlier call left the connection in.
-        curl_easy_setopt(handle, CURLOPT_FTP_FILEMETHOD, long(CURLFTPMETHOD_SINGLECWD));
-        curl_easy_setopt(handle, CURLOPT_HEADERFUNCTION, &Connection::hear);
-        curl_easy_setopt(handle, CURLOPT_HEADERDATA, this);
-        curl_easy_setopt(handle, CURLOPT_NOPROGRESS, 0L);
-        curl_easy_setopt(handle, CURLOPT_XFERINFOFUNCTION, &Connection::progress);
-        curl_easy_setopt(handle, CURLOPT_XFERINFODATA, this);
-        curl_easy_setopt(handle, CURLOPT_ERRORBUFFER, errorText);
-        // The trace tells which reply answers which command.
-        curl_easy_setopt(handle, CURLOPT_DEBUGFUNCTION, &Connection::trace);
-        curl_easy_setopt(handle, CURLOPT_DEBUGDATA, this);
-        curl_easy_setopt(handle, CURLOPT_VERBOSE, 1L);
-    }
-
-    /// For transfers: no byte for this long ends the call.
-    void stallLimit(int timeoutSeconds)
-    {
-        curl_easy_setopt(handle, CURLOPT_LOW_SPEED_LIMIT, 1L);
-        curl_easy_setopt(handle, CURLOPT_LOW_SPEED_TIME, long(timeoutSeconds));
-    }
-
-    /// The last refusal the server gave in this call, if any.
-    std::string lastRefusal() const
-    {
-        const auto replies = SplitReplies(heard);
-        for (auto it = replies.rbegin(); it != replies.rend(); ++it)
-            if (isRefusal(*it))
-                return firstLine(it->text);
-        return {};
-    }
-
-    /// A failed call in words a user can act on; never the password.
-    std::string describe(CURLcode code, const FtpAccount& account, int timeoutSeconds) const
-    {
-        const std::string where = account.host + ":" + std::to_string(account.port);
-        const std::string refusal = lastRefusal();
-        const std::string said = refusal.empty() ? "" : " (" + refusal + ")";
-        switch (code) {
-        case CURLE_LOGIN_DENIED:
-            return "Der Server hat die Anmeldung als „" + account.user + "“ abgelehnt" + said + ".";
-        case CURLE_COULDNT_CONNECT:
-            return "Verbindung abgelehnt: auf " + where + " wartet kein Server.";
-        case CURLE_COULDNT_RESOLVE_HOST:
-            return "Rechner „" + account.host + "“ nicht gefunden.";
-        case CURLE_OPERATION_TIMEDOUT:
-            return where + " antwortet nicht: keine Antwort nach " +
-                   std::to_string(timeoutSeconds) + " s.";
-        case CURLE_ABORTED_BY_CALLBACK:
-            return "Abgebrochen.";
-        case CURLE_PARTIAL_FILE:
-        case CURLE_RECV_ERROR:
-        case CURLE_SEND_ERROR:
-        case CURLE_GOT_NOTHING:
-        case CURLE_FTP_WEIRD_SERVER_REPLY:
-            return "Die Verbindung zu " + where + " ist abgerissen" + said + ".";
-        default:
-            break;
-        }
-        if (refusal.rfind("452", 0) == 0 || refusal.rfind("552", 0) == 0)
-            return "Auf dem Server ist kein Platz mehr" + said + ".";
-        if (!refusal.empty())
-            return "Der Server lehnt ab: " + refusal;
-        return std::string("FTP-Fehler: ") + (errorText[0] ? errorText : curl_easy_strerror(code));
-    }
-};
-
 FtpFolder::FtpFolder(FtpAccount account, int timeoutSeconds)
-    : m_account(std::move(account)), m_timeoutSeconds(std::max(1, timeoutSeconds)),
-      m_connection(std::make_unique<Connection>())
+    : m_account(std::move(account)),
+      m_connection(std::make_unique<FtpConnection>(m_account, timeoutSeconds))
 {
     m_account.path = ServerFolder(std::move(m_account.path));
 }
@@ -279,52 +96,15 @@ std::string FtpFolder::temporaryName(const std::string& path)
     return temporaryBeside(parentOf(path), baseOf(path), ++m_temporaries);
 }
 
-namespace {
-std::string hostUrl(const FtpAccount& account)
-{
-    const bool v6 = account.host.find(':') != std::string::npos;
-    return "ftp://" + (v6 ? "[" + account.host + "]" : account.host) + ":" +
-           std::to_string(account.port);
-}
-
-// "%2F" makes the path absolute rather than below the login folder.
-std::string urlOf(const FtpAccount& account, const std::string& serverPath, bool folder)
-{
-    std::string url = hostUrl(account) + "/%2F" + encodeUrlPath(serverPath.substr(1));
-    if (folder && url.back() != '/')
-        url += '/';
-    return url;
-}
-} // namespace
-
 std::string FtpFolder::Describe() const
 {
-    return hostUrl(m_account).insert(6, m_account.user + "@") + m_account.path;
+    return m_connection->Where() + m_account.path;
 }
 
 bool FtpFolder::commands(const std::vector<std::string>& lines, std::vector<FtpReply>& replies,
                          std::string& error)
 {
-    Connection& c = *m_connection;
-    c.prepare(m_account, m_timeoutSeconds, hostUrl(m_account) + "/", nullptr);
-    curl_slist* quote = nullptr;
-    for (const std::string& line : lines)
-        quote = curl_slist_append(quote, ("*" + line).c_str()); // "*": a refusal is an answer
-    curl_easy_setopt(c.handle, CURLOPT_QUOTE, quote);
-    curl_easy_setopt(c.handle, CURLOPT_NOBODY, 1L);
-    curl_easy_setopt(c.handle, CURLOPT_TIMEOUT,
-                     long(m_timeoutSeconds) * long(1 + lines.size() / 20));
-    const CURLcode code = curl_easy_perform(c.handle);
-    curl_slist_free_all(quote);
-    if (code != CURLE_OK) {
-        error = c.describe(code, m_account, m_timeoutSeconds);
-        return false;
-    }
-    if (!c.repliesTo(lines, replies)) {
-        error = "Der Server hat nicht auf jeden Befehl geantwortet.";
-        return false;
-    }
-    return true;
+    return m_connection->Commands(lines, replies, error);
 }
 
 bool FtpFolder::command(const std::string& line, FtpReply& reply, std::string& error)
@@ -376,29 +156,9 @@ bool FtpFolder::listFolder(
 {
     if (!sayable(path, error))
         return false;
-    Connection& c = *m_connection;
     std::string text;
-    c.prepare(m_account, m_timeoutSeconds, urlOf(m_account, serverPath(path), true), &watch);
-    c.stallLimit(m_timeoutSeconds);
-    if (m_features.mlsd)
-        curl_easy_setopt(c.handle, CURLOPT_CUSTOMREQUEST, "MLSD");
-    using Sink = std::string;
-    curl_easy_setopt(c.handle, CURLOPT_WRITEDATA, &text);
-    curl_easy_setopt(
-        c.handle, CURLOPT_WRITEFUNCTION,
-        +[](char* data, std::size_t size, std::size_t n, void* sink) -> std::size_t {
-            auto* out = static_cast<Sink*>(sink);
-            if (out->size() + size * n > kLongestListing)
-                return 0;
-            out->append(data, size * n);
-            return size * n;
-        });
-    const CURLcode code = curl_easy_perform(c.handle);
-    if (code != CURLE_OK) {
-        error = code == CURLE_WRITE_ERROR ? "Die Liste des Servers ist zu lang."
-                                          : c.describe(code, m_account, m_timeoutSeconds);
+    if (!m_connection->Listing(serverPath(path), m_features.mlsd, text, watch, error))
         return false;
-    }
     const std::int64_t now = std::time(nullptr);
     for (std::string_view raw : ListingLines(text)) {
         const FtpLine line = m_features.mlsd ? ParseMlsdLine(raw) : ParseListLine(raw, now);
@@ -532,38 +292,18 @@ bool FtpFolder::RemoveTree(const std::string& path, std::string& error)
     return true;
 }
 
-bool FtpFolder::upload(const std::string& source, const std::string& serverPath,
-                       const SyncSignals& watch, std::string& error)
+// The size on the server tells whether the whole file arrived.
+bool FtpFolder::arrivedWhole(const std::string& source, const std::string& serverPath,
+                             std::string& error)
 {
-    std::FILE* file = std::fopen(source.c_str(), "rb");
     struct stat info {};
-    if (!file || ::fstat(fileno(file), &info) != 0) {
-        error = "Die Datei lässt sich nicht lesen: " + std::string(std::strerror(errno));
-        if (file)
-            std::fclose(file);
-        return false;
-    }
-    Connection& c = *m_connection;
-    c.prepare(m_account, m_timeoutSeconds, urlOf(m_account, serverPath, false), &watch);
-    c.stallLimit(m_timeoutSeconds);
-    c.total = info.st_size;
-    curl_easy_setopt(c.handle, CURLOPT_UPLOAD, 1L);
-    curl_easy_setopt(c.handle, CURLOPT_INFILESIZE_LARGE, curl_off_t(info.st_size));
-    curl_easy_setopt(c.handle, CURLOPT_READDATA, file); // read with fread, libcurl's default
-    const CURLcode code = curl_easy_perform(c.handle);
-    std::fclose(file);
-    if (code != CURLE_OK) {
-        error = c.describe(code, m_account, m_timeoutSeconds);
-        return false;
-    }
     FtpReply size;
-    if (!command("SIZE " + serverPath, size, error))
+    if (::stat(source.c_str(), &info) != 0 || !command("SIZE " + serverPath, size, error))
         return false;
-    if (size.code != 213 || firstLine(size.text).substr(4) != std::to_string(info.st_size)) {
-        error = "Auf dem Server kam nicht die ganze Datei an (" + firstLine(size.text) + ").";
-        return false;
-    }
-    return true;
+    if (size.code == 213 && firstLine(size.text).substr(4) == std::to_string(info.st_size))
+        return true;
+    error = "Auf dem Server kam nicht die ganze Datei an (" + firstLine(size.text) + ").";
+    return false;
 }
 
 bool FtpFolder::rename(const std::string& from, const std::string& to, std::string& error)
@@ -591,7 +331,8 @@ bool FtpFolder::Put(const std::string& source, const std::string& path, std::int
         return false;
     const std::string temporary = serverPath(temporaryName(path));
     const std::string target = serverPath(path);
-    if (!upload(source, temporary, watch, error) || !rename(temporary, target, error)) {
+    if (!m_connection->Upload(source, temporary, watch, error) ||
+        !arrivedWhole(source, temporary, error) || !rename(temporary, target, error)) {
         FtpReply ignored;
         std::string alsoFailed;
         command("DELE " + temporary, ignored, alsoFailed);
@@ -618,36 +359,26 @@ bool FtpFolder::Get(const SyncItem& expected, const std::string& target, const S
         error = "Die Datei lässt sich nicht anlegen: " + std::string(std::strerror(errno));
         return false;
     }
-    Connection& c = *m_connection;
-    CURLcode code = CURLE_OK;
     std::int64_t have = 0;
     for (int attempt = 0; attempt <= kResumes; ++attempt) {
         std::fflush(file);
         have = std::int64_t(std::ftell(file));
-        c.prepare(m_account, m_timeoutSeconds, urlOf(m_account, serverPath(expected.path), false),
-                  &watch);
-        c.stallLimit(m_timeoutSeconds);
-        c.offset = have;
-        c.total = expected.size;
-        curl_easy_setopt(c.handle, CURLOPT_RESUME_FROM_LARGE, curl_off_t(have));
-        curl_easy_setopt(c.handle, CURLOPT_WRITEDATA, file); // written with fwrite, the default
-        code = curl_easy_perform(c.handle);
+        bool dropped = false;
+        error.clear();
+        const bool done = m_connection->Download(serverPath(expected.path), file, have,
+                                                 expected.size, watch, error, dropped);
         std::fflush(file);
         have = std::int64_t(std::ftell(file));
-        const bool dropped =
-            code == CURLE_PARTIAL_FILE || code == CURLE_RECV_ERROR || code == CURLE_SEND_ERROR ||
-            code == CURLE_GOT_NOTHING || code == CURLE_OPERATION_TIMEDOUT ||
-            code == CURLE_FTP_WEIRD_SERVER_REPLY || (code == CURLE_OK && have < expected.size);
-        if (!dropped || watch.Cancelled() || have >= expected.size)
+        // A server that ends the transfer early without saying so is resumed too.
+        if (have >= expected.size || watch.Cancelled() ||
+            !(dropped || (done && have < expected.size)))
             break;
     }
     const bool synced = std::fflush(file) == 0 && ::fsync(fileno(file)) == 0;
     std::fclose(file);
-    if (code != CURLE_OK)
-        error = c.describe(code, m_account, m_timeoutSeconds);
-    else if (!synced)
+    if (error.empty() && !synced)
         error = "Die Datei lässt sich nicht schreiben: " + std::string(std::strerror(errno));
-    else if (have != expected.size)
+    else if (error.empty() && have != expected.size)
         error = "Die Größe stimmt nicht: " + std::to_string(have) + " statt " +
                 std::to_string(expected.size) + " Bytes.";
     if (error.empty() && expected.mtime > 0) {

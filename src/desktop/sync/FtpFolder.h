@@ -15,6 +15,8 @@
 
 namespace fw::desktop::sync {
 
+class FtpConnection;
+
 /// A server folder as the folder uses it: "/pub/" and "pub" are "/pub", the
 /// root stays "/".
 std::string ServerFolder(std::string path);
@@ -46,7 +48,6 @@ class FtpFolder : public SyncSide {
     bool Command(const std::string& command, std::string& reply, std::string& error);
 
   private:
-    struct Connection;
     struct Features {
         bool known = false;
         bool mlsd = false; ///< MLSD and MLST
@@ -58,8 +59,7 @@ class FtpFolder : public SyncSide {
                     std::string& error,
                     const std::function<void(const std::string&, const std::string&)>& skipped);
     bool fillTimes(std::vector<SyncItem>& items, std::string& error);
-    bool upload(const std::string& source, const std::string& serverPath, const SyncSignals& watch,
-                std::string& error);
+    bool arrivedWhole(const std::string& source, const std::string& serverPath, std::string& error);
     bool rename(const std::string& from, const std::string& to, std::string& error);
     /// Runs the commands in order; replies holds one reply per command.
     bool commands(const std::vector<std::string>& lines, std::vector<FtpReply>& replies,
@@ -70,8 +70,7 @@ class FtpFolder : public SyncSide {
     std::string temporaryName(const std::string& path);
 
     FtpAccount m_account;
-    int m_timeoutSeconds;
-    std::unique_ptr<Connection> m_connection;
+    std::unique_ptr<FtpConnection> m_connection;
     Features m_features;
     int m_temporaries = 0;
 };

@@ -271,6 +271,9 @@ bool FtpFolder::commands(const std::vector<std::string>& lines, std::vector<FtpR
         quote = curl_slist_append(quote, ("*" + line).c_str()); // "*": a refusal is an answer
     curl_easy_setopt(c.handle, CURLOPT_QUOTE, quote);
     curl_easy_setopt(c.handle, CURLOPT_NOBODY, 1L);
+    // libcurl changes folder after the quoted commands when the kept connection
+    // stands elsewhere; its reply would then be taken for theirs.
+    curl_easy_setopt(c.handle, CURLOPT_FTP_FILEMETHOD, long(CURLFTPMETHOD_NOCWD));
     curl_easy_setopt(c.handle, CURLOPT_TIMEOUT,
                      long(m_timeoutSeconds) * long(1 + lines.size() / 20));
     const CURLcode code = curl_easy_perform(c.handle);

@@ -239,6 +239,9 @@ bool FtpConnection::Commands(const std::vector<std::string>& lines, std::vector<
         quote = curl_slist_append(quote, ("*" + line).c_str()); // "*": a refusal is an answer
     curl_easy_setopt(h.curl, CURLOPT_QUOTE, quote);
     curl_easy_setopt(h.curl, CURLOPT_NOBODY, 1L);
+    // No change of folder after the commands: it would cost a round trip,
+    // and the commands name absolute paths anyway.
+    curl_easy_setopt(h.curl, CURLOPT_FTP_FILEMETHOD, long(CURLFTPMETHOD_NOCWD));
     curl_easy_setopt(h.curl, CURLOPT_TIMEOUT, long(m_timeoutSeconds) * long(1 + lines.size() / 20));
     const CURLcode code = curl_easy_perform(h.curl);
     curl_slist_free_all(quote);

@@ -1,0 +1,435 @@
+#include "desktop/sync/FtpFolder.h"
+
+#include "desktop/sync/FtpConnection.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <ctime>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace fw::desktop::sync {
+
+namespace {
+
+// Downloads resume this often after a dropped connection before giving up.
+constexpr int kResumes = 3;
+// Commands that go to the server in one call (MDTM, DELE walks).
+constexpr std::size_t kBatch = 100;
+
+std::string parentOf(const std::string& path)
+{
+    const std::size_t slash = path.rfind('/');
+    return slash == std::string::npos ? std::string() : path.substr(0, slash);
+}
+
+std::string baseOf(const std::string& path)
+{
+    const std::size_t slash = path.rfind('/');
+    return slash == std::string::npos ? path : path.substr(slash + 1);
+}
+
+std::string joined(const std::string& folder, const std::string& name)
+{
+    return folder.empty() ? name : folder + "/" + name;
+}
+
+// A command line ends at CR or LF, so such a name cannot be said over FTP.
+bool sayable(const std::string& path, std::string& error)
+{
+    if (path.find_first_of("\r\n") == std::string::npos)
+        return true;
+    error = "Ein Name mit Zeilenumbruch lässt sich über FTP nicht übertragen.";
+    return false;
+}
+
+// The name of a temporary beside name, short enough for any file system.
+std::string temporaryBeside(const std::string& folder, const std::string& name, int n)
+{
+    const std::string stem = name.substr(0, 180);
+    return joined(folder,
+                  "." + stem + ".fwsync-" + std::to_string(::getpid()) + "-" + std::to_string(n));
+}
+
+bool isRefusal(const FtpReply& reply)
+{
+    return reply.code >= 400;
+}
+
+std::string firstLine(const std::string& text)
+{
+    return text.substr(0, text.find('\n'));
+}
+
+} // namespace
+
+std::string ServerFolder(std::string path)
+{
+    if (path.empty() || path.front() != '/')
+        path = "/" + path;
+    while (path.size() > 1 && path.back() == '/')
+        path.pop_back();
+    return path;
+}
+
+FtpFolder::FtpFolder(FtpAccount account, int timeoutSeconds)
+    : m_account(std::move(account)),
+      m_connection(std::make_unique<FtpConnection>(m_account, timeoutSeconds))
+{
+    m_account.path = ServerFolder(std::move(m_account.path));
+}
+
+FtpFolder::~FtpFolder() = default;
+
+std::string FtpFolder::serverPath(const std::string& path) const
+{
+    if (path.empty())
+        return m_account.path;
+    return m_account.path == "/" ? "/" + path : m_account.path + "/" + path;
+}
+
+std::string FtpFolder::temporaryName(const std::string& path)
+{
+    return temporaryBeside(parentOf(path), baseOf(path), ++m_temporaries);
+}
+
+std::string FtpFolder::Describe() const
+{
+    return m_connection->Where() + m_account.path;
+}
+
+bool FtpFolder::commands(const std::vector<std::string>& lines, std::vector<FtpReply>& replies,
+                         std::string& error)
+{
+    return m_connection->Commands(lines, replies, error);
+}
+
+bool FtpFolder::command(const std::string& line, FtpReply& reply, std::string& error)
+{
+    std::vector<FtpReply> replies;
+    if (!commands({line}, replies, error))
+        return false;
+    reply = replies.front();
+    return true;
+}
+
+bool FtpFolder::Command(const std::string& command, std::string& reply, std::string& error)
+{
+    if (!sayable(command, error))
+        return false;
+    FtpReply answer;
+    if (!this->command(command, answer, error))
+        return false;
+    reply = answer.text;
+    return true;
+}
+
+bool FtpFolder::features(std::string& error)
+{
+    if (m_features.known)
+        return true;
+    std::vector<FtpReply> replies;
+    // UTF-8 names where the server has a choice; binary so that SIZE answers.
+    if (!commands({"FEAT", "OPTS UTF8 ON", "TYPE I"}, replies, error))
+        return false;
+    m_features.known = true;
+    if (isRefusal(replies[0]))
+        return true; // no FEAT: LIST, MDTM and no MFMT
+    for (std::string_view line : ListingLines(replies[0].text)) {
+        while (!line.empty() && line.front() == ' ')
+            line.remove_prefix(1);
+        const std::string_view name = line.substr(0, line.find(' '));
+        if (name == "MLST")
+            m_features.mlsd = true;
+        else if (name == "MFMT")
+            m_features.mfmt = true;
+    }
+    return true;
+}
+
+bool FtpFolder::listFolder(
+    const std::string& path, std::vector<SyncItem>& items, const SyncSignals& watch,
+    std::string& error, const std::function<void(const std::string&, const std::string&)>& skipped)
+{
+    if (!sayable(path, error))
+        return false;
+    std::string text;
+    if (!m_connection->Listing(serverPath(path), m_features.mlsd, text, watch, error))
+        return false;
+    const std::int64_t now = std::time(nullptr);
+    for (std::string_view raw : ListingLines(text)) {
+        const FtpLine line = m_features.mlsd ? ParseMlsdLine(raw) : ParseListLine(raw, now);
+        if (line.kind == FtpLine::Unreadable && skipped)
+            skipped(joined(path, std::string(raw.substr(raw.rfind(' ') + 1))), line.reason);
+        if (line.kind == FtpLine::Link && skipped)
+            skipped(joined(path, line.entry.name), std::string(SyncSkippedLink));
+        if (line.kind != FtpLine::Entry)
+            continue;
+        const FtpEntry& e = line.entry;
+        items.push_back({joined(path, e.name), e.folder, e.size, e.mtime});
+    }
+    return m_features.mlsd || fillTimes(items, error);
+}
+
+// LIST gives minutes at best, so each file's time comes from MDTM.
+bool FtpFolder::fillTimes(std::vector<SyncItem>& items, std::string& error)
+{
+    std::vector<SyncItem*> files;
+    for (SyncItem& item : items)
+        if (!item.folder && sayable(item.path, error))
+            files.push_back(&item);
+    for (std::size_t from = 0; from < files.size(); from += kBatch) {
+        const std::size_t to = std::min(files.size(), from + kBatch);
+        std::vector<std::string> lines;
+        for (std::size_t i = from; i < to; ++i)
+            lines.push_back("MDTM " + serverPath(files[i]->path));
+        std::vector<FtpReply> replies;
+        if (!commands(lines, replies, error))
+            return false;
+        for (std::size_t i = from; i < to; ++i) {
+            const FtpReply& reply = replies[i - from];
+            if (reply.code == 213)
+                if (auto t = ParseFtpTime(std::string_view(reply.text).substr(4)))
+                    files[i]->mtime = *t;
+        }
+    }
+    return true;
+}
+
+bool FtpFolder::List(
+    SyncTree& tree, const SyncSignals& watch, std::string& error,
+    const std::function<void(const std::string& path, const std::string& reason)>& skipped)
+{
+    tree.clear();
+    if (!features(error))
+        return false;
+    std::vector<std::string> folders{""};
+    for (std::size_t next = 0; next < folders.size(); ++next) {
+        if (watch.Cancelled()) {
+            error = "Abgebrochen.";
+            return false;
+        }
+        std::vector<SyncItem> items;
+        std::string why;
+        if (!listFolder(folders[next], items, watch, why, skipped)) {
+            if (next == 0) {
+                error = why;
+                return false;
+            }
+            if (skipped)
+                skipped(folders[next], why);
+            continue;
+        }
+        for (SyncItem& item : items) {
+            if (item.folder)
+                folders.push_back(item.path);
+            tree.push_back(std::move(item));
+        }
+    }
+    std::sort(tree.begin(), tree.end(),
+              [](const SyncItem& a, const SyncItem& b) { return a.path < b.path; });
+    return true;
+}
+
+bool FtpFolder::MakeFolder(const std::string& path, std::string& error)
+{
+    FtpReply reply;
+    if (!sayable(path, error) || !command("MKD " + serverPath(path), reply, error))
+        return false;
+    if (isRefusal(reply))
+        error = "Der Server lehnt ab: " + firstLine(reply.text);
+    return !isRefusal(reply);
+}
+
+bool FtpFolder::RemoveFile(const std::string& path, std::string& error)
+{
+    FtpReply reply;
+    if (!sayable(path, error) || !command("DELE " + serverPath(path), reply, error))
+        return false;
+    if (isRefusal(reply))
+        error = "Der Server lehnt ab: " + firstLine(reply.text);
+    return !isRefusal(reply);
+}
+
+bool FtpFolder::RemoveTree(const std::string& path, std::string& error)
+{
+    if (!sayable(path, error) || !features(error))
+        return false;
+    // Everything below first, the deepest first, then the folder itself.
+    std::vector<SyncItem> below;
+    std::vector<std::string> folders{path};
+    for (std::size_t next = 0; next < folders.size(); ++next) {
+        std::vector<SyncItem> items;
+        if (!listFolder(folders[next], items, {}, error, {}))
+            return false;
+        for (const SyncItem& item : items)
+            if (item.folder)
+                folders.push_back(item.path);
+        below.insert(below.end(), items.begin(), items.end());
+    }
+    std::sort(below.begin(), below.end(),
+              [](const SyncItem& a, const SyncItem& b) { return a.path > b.path; });
+    std::vector<std::string> lines;
+    for (const SyncItem& item : below)
+        lines.push_back((item.folder ? "RMD " : "DELE ") + serverPath(item.path));
+    lines.push_back("RMD " + serverPath(path));
+    for (std::size_t from = 0; from < lines.size(); from += kBatch) {
+        const std::vector<std::string> batch(
+            lines.begin() + std::ptrdiff_t(from),
+            lines.begin() + std::ptrdiff_t(std::min(lines.size(), from + kBatch)));
+        std::vector<FtpReply> replies;
+        if (!commands(batch, replies, error))
+            return false;
+        for (const FtpReply& reply : replies)
+            if (isRefusal(reply)) {
+                error = "Der Server lehnt ab: " + firstLine(reply.text);
+                return false;
+            }
+    }
+    return true;
+}
+
+// The size on the server tells whether the whole file arrived.
+bool FtpFolder::arrivedWhole(const std::string& source, const std::string& serverPath,
+                             std::string& error)
+{
+    struct stat info {};
+    FtpReply size;
+    if (::stat(source.c_str(), &info) != 0 || !command("SIZE " + serverPath, size, error))
+        return false;
+    if (size.code == 213 && firstLine(size.text).substr(4) == std::to_string(info.st_size))
+        return true;
+    error = "Auf dem Server kam nicht die ganze Datei an (" + firstLine(size.text) + ").";
+    return false;
+}
+
+bool FtpFolder::rename(const std::string& from, const std::string& to, std::string& error)
+{
+    std::vector<FtpReply> replies;
+    if (!commands({"RNFR " + from, "RNTO " + to}, replies, error))
+        return false;
+    if (!isRefusal(replies[0]) && !isRefusal(replies[1]))
+        return true;
+    // Some servers will not rename over a file: the old one goes first.
+    if (!commands({"DELE " + to, "RNFR " + from, "RNTO " + to}, replies, error))
+        return false;
+    if (isRefusal(replies[1]) || isRefusal(replies[2])) {
+        error = "Der Server lehnt das Umbenennen ab: " +
+                firstLine((isRefusal(replies[1]) ? replies[1] : replies[2]).text);
+        return false;
+    }
+    return true;
+}
+
+bool FtpFolder::Put(const std::string& source, const std::string& path, std::int64_t mtime,
+                    const SyncSignals& watch, std::string& error)
+{
+    if (!sayable(path, error) || !features(error))
+        return false;
+    const std::string temporary = serverPath(temporaryName(path));
+    const std::string target = serverPath(path);
+    if (!m_connection->Upload(source, temporary, watch, error) ||
+        !arrivedWhole(source, temporary, error) || !rename(temporary, target, error)) {
+        FtpReply ignored;
+        std::string alsoFailed;
+        command("DELE " + temporary, ignored, alsoFailed);
+        return false;
+    }
+    if (mtime > 0 && m_features.mfmt) {
+        // A refusal leaves the server's time, which Stat then tells.
+        FtpReply ignored;
+        command("MFMT " + FormatFtpTime(mtime) + " " + target, ignored, error);
+    }
+    error.clear();
+    return true;
+}
+
+bool FtpFolder::Get(const SyncItem& expected, const std::string& target, const SyncSignals& watch,
+                    std::string& error)
+{
+    if (!sayable(expected.path, error))
+        return false;
+    const std::string temporary =
+        temporaryBeside(parentOf(target), baseOf(target), ++m_temporaries);
+    std::FILE* file = std::fopen(temporary.c_str(), "wbx");
+    if (!file) {
+        error = "Die Datei lässt sich nicht anlegen: " + std::string(std::strerror(errno));
+        return false;
+    }
+    std::int64_t have = 0;
+    for (int attempt = 0; attempt <= kResumes; ++attempt) {
+        std::fflush(file);
+        have = std::int64_t(std::ftell(file));
+        bool dropped = false;
+        error.clear();
+        const bool done = m_connection->Download(serverPath(expected.path), file, have,
+                                                 expected.size, watch, error, dropped);
+        std::fflush(file);
+        have = std::int64_t(std::ftell(file));
+        // A server that ends the transfer early without saying so is resumed too.
+        if (have >= expected.size || watch.Cancelled() ||
+            !(dropped || (done && have < expected.size)))
+            break;
+    }
+    const bool synced = std::fflush(file) == 0 && ::fsync(fileno(file)) == 0;
+    std::fclose(file);
+    if (error.empty() && !synced)
+        error = "Die Datei lässt sich nicht schreiben: " + std::string(std::strerror(errno));
+    else if (error.empty() && have != expected.size)
+        error = "Die Größe stimmt nicht: " + std::to_string(have) + " statt " +
+                std::to_string(expected.size) + " Bytes.";
+    if (error.empty() && expected.mtime > 0) {
+        const timespec times[2] = {{0, UTIME_NOW}, {time_t(expected.mtime), 0}};
+        ::utimensat(AT_FDCWD, temporary.c_str(), times, 0);
+    }
+    if (error.empty() && std::rename(temporary.c_str(), target.c_str()) != 0)
+        error =
+            "Die Datei lässt sich nicht an ihren Platz legen: " + std::string(std::strerror(errno));
+    if (!error.empty()) {
+        ::unlink(temporary.c_str());
+        return false;
+    }
+    return true;
+}
+
+bool FtpFolder::Stat(const std::string& path, SyncItem& item, std::string& error)
+{
+    if (!sayable(path, error) || !features(error))
+        return false;
+    const std::string where = serverPath(path);
+    if (m_features.mlsd) {
+        FtpReply reply;
+        if (!command("MLST " + where, reply, error))
+            return false;
+        // The facts stand on an indented line, followed by the whole path.
+        for (std::string_view line : ListingLines(reply.text)) {
+            if (line.empty() || line.front() != ' ')
+                continue;
+            line.remove_prefix(1);
+            const std::string facts(line.substr(0, line.find(' ')));
+            const FtpLine parsed = ParseMlsdLine(facts + " " + baseOf(path));
+            if (parsed.kind == FtpLine::Entry) {
+                item = {path, parsed.entry.folder, parsed.entry.size, parsed.entry.mtime};
+                return true;
+            }
+        }
+        error = isRefusal(reply) ? "Der Server lehnt ab: " + firstLine(reply.text)
+                                 : "Der Server sagt nichts über „" + path + "“.";
+        return false;
+    }
+    std::vector<SyncItem> items;
+    if (!listFolder(parentOf(path), items, {}, error, {}))
+        return false;
+    for (const SyncItem& candidate : items)
+        if (candidate.path == path) {
+            item = candidate;
+            return true;
+        }
+    error = "„" + path + "“ gibt es auf dem Server nicht.";
+    return false;
+}
+
+} // namespace fw::desktop::sync

@@ -313,6 +313,8 @@ Outcome runDialog(const Invocation& inv, QTextStream& out)
     out.flush();
     if (timedOut)
         return {ExitTimedOut, deadline->Notice()};
+    if (run && run->exitCode)
+        return {run->exitCode(answer), {}};
     return {ExitCodeOf(answer.value(QStringLiteral("Result")).toInt()), {}};
 }
 

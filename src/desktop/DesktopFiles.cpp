@@ -3,6 +3,7 @@
 #include "desktop/AtomicWrite.h"
 #include "desktop/SafeDelete.h"
 #include "desktop/SmbUrls.h"
+#include "desktop/sync/SyncRun.h"
 
 #include <QDir>
 #include <QFile>
@@ -241,10 +242,18 @@ bool DesktopFiles::IsRealFile(const std::string& path)
     return facts && facts->regular;
 }
 
-std::int32_t DesktopFiles::synchronise(const std::string&, const std::string&, SyncProgress&,
-                                       SyncJob&)
+std::int32_t DesktopFiles::synchronise(const std::string& path1, const std::string& path2,
+                                       SyncProgress& window, SyncJob& job)
 {
-    return SyncFailed; // the engine is being built
+    std::string error;
+    auto side1 = sync::MakeLocalFolder(path1, job, error);
+    auto side2 = side1 ? sync::MakeLocalFolder(path2, job, error) : nullptr;
+    if (!side2) {
+        window.LOGERROR("Synchronisation nicht möglich", side1 ? path2 : path1, error);
+        ++job.Errors;
+        return SyncFailed;
+    }
+    return sync::RunSync(*side1, *side2, window, job);
 }
 
 int DesktopFiles::DriveType(const std::string& drive)

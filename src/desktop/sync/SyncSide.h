@@ -9,16 +9,18 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace fw::desktop::sync {
 
 struct SyncItem {
-    std::string path;         ///< "Ordner/Datei.txt"; never empty, no leading "/"
+    std::string path; ///< "Ordner/Datei.txt"; never empty, no leading "/"
     bool folder = false;
-    std::int64_t size = 0;    ///< bytes; 0 for folders
-    std::int64_t mtime = 0;   ///< seconds since the epoch, UTC; 0 when unknown
+    std::int64_t size = 0;  ///< bytes; 0 for folders
+    std::int64_t mtime = 0; ///< seconds since the epoch, UTC; 0 when unknown
     bool operator==(const SyncItem&) const = default;
 };
 
@@ -33,9 +35,21 @@ struct SyncSignals {
     bool Cancelled() const { return cancelled && cancelled(); }
 };
 
+/// The reason a side gives through List's skipped for a symbolic link, which
+/// is left out on purpose and so no error.
+inline constexpr std::string_view SyncSkippedLink = "Symbolische Verknüpfung, nicht gefolgt";
+
 class SyncSide {
   public:
     virtual ~SyncSide() = default;
+
+    /// The Linux path of path on this side if the side is on this machine
+    /// (side 1 always is); copies then read and write it in place.
+    virtual std::optional<std::string> LocalPath(const std::string& path) const
+    {
+        (void)path;
+        return std::nullopt;
+    }
 
     /// Where the side is, for the log and the protocol's key
     /// ("/home/anna/Daten", "ftp://anna@127.0.0.1:2121/pub").
@@ -44,9 +58,9 @@ class SyncSide {
     /// Every file and folder below the root. Symbolic links are not followed
     /// and not listed. False with a reason if the root cannot be listed;
     /// entries that cannot be read are left out and reported through skipped.
-    virtual bool List(SyncTree& tree, const SyncSignals& signals, std::string& error,
-                      const std::function<void(const std::string& path,
-                                               const std::string& reason)>& skipped) = 0;
+    virtual bool List(
+        SyncTree& tree, const SyncSignals& watch, std::string& error,
+        const std::function<void(const std::string& path, const std::string& reason)>& skipped) = 0;
 
     virtual bool MakeFolder(const std::string& path, std::string& error) = 0;
     /// Deletes one file (a local side may move it into the trash instead).
@@ -59,11 +73,11 @@ class SyncSide {
     /// modification time set to mtime, then renamed over the target. On
     /// failure or cancel the target is as it was and no temporary stays.
     virtual bool Put(const std::string& source, const std::string& path, std::int64_t mtime,
-                     const SyncSignals& signals, std::string& error) = 0;
+                     const SyncSignals& watch, std::string& error) = 0;
     /// Copies path on this side to the local file target (an absolute Linux
     /// path) the same way; expected is the entry as the listing saw it.
-    virtual bool Get(const SyncItem& expected, const std::string& target,
-                     const SyncSignals& signals, std::string& error) = 0;
+    virtual bool Get(const SyncItem& expected, const std::string& target, const SyncSignals& watch,
+                     std::string& error) = 0;
 
     /// The entry as it stands now, after a change (a server may round the
     /// time or refuse to set it); false if it cannot be asked.

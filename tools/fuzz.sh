@@ -2,7 +2,7 @@
 # The libFuzzer targets (fuzz/), built by clang in build-fuzz/ with
 # AddressSanitizer and UndefinedBehaviorSanitizer.
 #   tools/fuzz.sh               builds them all and runs each a few seconds (ctest)
-#   tools/fuzz.sh NAME SECONDS  runs one (request, sendkeys, settings, xml, package) longer
+#   tools/fuzz.sh NAME SECONDS  runs one (request, sendkeys, settings, xml, package, ftplisting) longer
 # Inputs that find new paths collect in build-fuzz/fuzz/NAME/corpus; a crash
 # is saved as build-fuzz/fuzz/NAME/crash-*, to be added to fuzz/corpus/NAME
 # once fixed.
@@ -26,7 +26,7 @@ say "Configuring $fuzz_build (clang, libFuzzer)"
 CXX=clang++ cmake -S "$root" -B "$fuzz_build" -DCMAKE_BUILD_TYPE=Debug "${launcher[@]}" \
     -DCMAKE_CXX_FLAGS="$sanitizer_flags" -DFORMWERK_BUILD_FUZZ=ON \
     -DFORMWERK_BUILD_TESTS=OFF -DFORMWERK_BUILD_BENCH=OFF >/dev/null
-targets=(fuzz_request fuzz_sendkeys fuzz_settings fuzz_xml fuzz_package)
+targets=(fuzz_request fuzz_sendkeys fuzz_settings fuzz_xml fuzz_package fuzz_ftplisting)
 [ $# -eq 2 ] && targets=("fuzz_$1")
 say "Building ${targets[*]}"
 cmake --build "$fuzz_build" -j"$(build_jobs)" --target "${targets[@]}"

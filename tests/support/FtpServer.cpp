@@ -8,30 +8,71 @@
 namespace fw::testing {
 
 namespace {
+// argv: folder, rights of "anna", and how the server misbehaves: "nomlsd"
+// offers LIST alone, "drop" cuts the first download after 256 KiB, with its
+// control connection, as a line that dies; "full" stores 64 KiB of an upload,
+// drops the rest and answers 552, leaving the part, as a full disk does.
 const char* const kServer = R"(
 import logging, sys
 from pyftpdlib.authorizers import DummyAuthorizer
-from pyftpdlib.handlers import FTPHandler
+from pyftpdlib.handlers import DTPHandler, FTPHandler
 from pyftpdlib.servers import FTPServer
-logging.basicConfig(level=logging.ERROR)
+logging.basicConfig(level=logging.CRITICAL)
+root, rights, mode = sys.argv[1], sys.argv[2], sys.argv[3]
+dropped = []
+class Dtp(DTPHandler):
+    def initiate_send(self):
+        if mode == "drop" and not dropped and self.tot_bytes_sent >= 262144:
+            dropped.append(1)
+            print("dropped", flush=True)
+            self.cmd_channel.close()
+            return
+        DTPHandler.initiate_send(self)
+    def handle_read(self):
+        if mode == "full" and self.receive and self.tot_bytes_received >= 65536:
+            self.full = True
+            self.recv(self.ac_in_buffer_size)  # the disk takes no more
+            return
+        DTPHandler.handle_read(self)
+    handle_read_event = handle_read
+    def close(self):
+        if getattr(self, "full", False) and self._resp and self._resp[0].startswith("226"):
+            self._resp = ("552 Kein Platz mehr auf dem Datentraeger.", logging.info)
+        DTPHandler.close(self)
 users = DummyAuthorizer()
-users.add_anonymous(sys.argv[1])
-users.add_user("anna", "geheim", sys.argv[1], perm="elr")
-FTPHandler.authorizer = users
-FTPHandler.banner = "Formwerk-Testserver bereit"
-server = FTPServer(("127.0.0.1", 0), FTPHandler)
+users.add_anonymous(root)
+users.add_user("anna", "geheim", root, perm=rights)
+handler = FTPHandler
+handler.authorizer = users
+handler.banner = "Formwerk-Testserver bereit"
+handler.auth_failed_timeout = 0.1
+handler.dtp_handler = Dtp
+handler.use_sendfile = False
+handler.unicode_errors = "surrogateescape"
+if mode == "nomlsd":
+    handler.proto_cmds = {k: v for k, v in handler.proto_cmds.items() if k not in ("MLSD", "MLST")}
+server = FTPServer(("127.0.0.1", 0), handler)
 print(server.socket.getsockname()[1], flush=True)
 server.serve_forever()
 )";
 } // namespace
 
-FtpServer::FtpServer()
+FtpServer::FtpServer(const Options& options)
 {
+    static const char* const modes[] = {"normal", "nomlsd", "drop", "full"};
+    const QString root = options.root.isEmpty() ? m_root.path() : options.root;
     m_process.start(QStringLiteral("/usr/bin/python3"),
-                    {QStringLiteral("-c"), QString::fromUtf8(kServer), m_root.path()});
+                    {QStringLiteral("-c"), QString::fromUtf8(kServer), root, options.annaRights,
+                     QString::fromLatin1(modes[options.mode])});
     // The port line comes once the server listens.
     if (m_process.waitForReadyRead(10000))
         m_port = quint16(m_process.readLine().trimmed().toUInt());
+}
+
+QByteArray FtpServer::Said()
+{
+    m_process.waitForReadyRead(100);
+    return m_process.readAllStandardOutput();
 }
 
 void FtpServer::Kill()

@@ -1,7 +1,8 @@
 #pragma once
 // Loopback peers for the FTP console's tests: a real FTP server (Debian's
-// pyftpdlib in a child process, serving an empty folder to "anonymous" and to
-// "anna"/"geheim"), and ports where a connection is refused or never answered.
+// pyftpdlib in a child process, serving a folder to "anonymous" and to
+// "anna"/"geheim", well or in one of a few chosen ways badly), and ports where a connection is
+// refused or never answered.
 
 #include <QProcess>
 #include <QTemporaryDir>
@@ -10,10 +11,18 @@ namespace fw::testing {
 
 class FtpServer {
   public:
+    struct Options {
+        QString root;                               ///< the served folder; empty: a fresh one
+        QString annaRights = QStringLiteral("elr"); ///< pyftpdlib's letters, "elradfmwMT" all
+        enum Mode { Normal, NoMlsd, DropDownload, FullDisk } mode = Normal;
+    };
     /// Starts the server and waits until it listens; Port() is 0 if it failed.
-    FtpServer();
+    explicit FtpServer(const Options& options);
+    FtpServer() : FtpServer(Options{}) {}
     ~FtpServer() { Kill(); }
     quint16 Port() const { return m_port; }
+    /// What the server reported since the last call ("dropped" once it cut a download).
+    QByteArray Said();
     /// Kills the server at once, as a crash would.
     void Kill();
 

@@ -131,6 +131,11 @@ void answerCounts(Form& form, const DialogContext&, QJsonObject& answer)
     answer.insert(QStringLiteral("Conflicts"), sync.Job.Conflicts);
 }
 
+bool confirmsItself(const Invocation& inv)
+{
+    return inv.hasExtra(QStringLiteral("yes"));
+}
+
 // 0 all went well, 1 a run with errors or one that could not start, 2 cancelled.
 int exitOfCounts(const QJsonObject& answer)
 {
@@ -216,6 +221,7 @@ DialogRun FolderSyncRun()
                   nullptr,
                   answerCounts};
     run.exitCode = exitOfCounts;
+    run.unattended = confirmsItself;
     return run;
 }
 
@@ -228,6 +234,7 @@ DialogRun FtpSyncRun()
                   nullptr,
                   answerCounts};
     run.exitCode = exitOfCounts;
+    run.unattended = confirmsItself;
     return run;
 }
 

@@ -2,8 +2,11 @@
 // answered by scripted keys, and the refusals of the sync windows' options.
 #include "CliRun.h"
 #include "forms/testing/ModalDriver.h"
+#include "support/FtpServer.h"
 
+#include <QDir>
 #include <QFile>
+#include <QImage>
 #include <QJsonArray>
 #include <QTemporaryDir>
 
@@ -113,6 +116,43 @@ TEST_F(SyncCli, ThePasswordNeverShowsInWhatTheCommandSays)
         EXPECT_NE(ran.code, 0) << remote.toStdString();
         EXPECT_FALSE(ran.out.contains(secret) || ran.err.contains(secret)) << ran.err.toStdString();
     }
+}
+
+// The real engine under the command: a folder to a folder and a folder to the
+// loopback FTP server, confirmed by --yes, with nobody at a window.
+TEST_F(SyncCli, YesSynchronisesRealPlacesAndPrintsTheCounts)
+{
+    QDir root(dir.path());
+    for (const char* folder : {"a/sub", "b", "served", "home"})
+        ASSERT_TRUE(root.mkpath(folder));
+    writeFile("a/eins.txt", "1");
+    writeFile("a/sub/zwei.txt", "22");
+    writeFile("b/drei.txt", "333");
+    const QString password = writeFile("password", "geheim\n");
+    FtpServer server({root.filePath("served"), QStringLiteral("elradfmwMT")});
+    ASSERT_NE(server.Port(), 0);
+    const QString remote = QStringLiteral("ftp://anna@127.0.0.1:%1/").arg(server.Port());
+
+    QProcessEnvironment env = quietEnvironment();
+    env.insert("QT_QPA_PLATFORM", "offscreen");
+    env.insert("XDG_DATA_HOME", root.filePath("home")); // the protocols of the runs
+    const Ran folders = startProgram({"frm_DialogFileSync", "--source", root.filePath("a"),
+                                      "--target", root.filePath("b"), "--yes"},
+                                     env);
+    EXPECT_EQ(folders.code, 0) << folders.err.toStdString();
+    EXPECT_EQ(folders.out,
+              "{\"Conflicts\":0,\"Done\":4,\"Errors\":0,\"Result\":1,\"Skipped\":0}\n");
+    EXPECT_TRUE(QFile::exists(root.filePath("b/sub/zwei.txt")));
+    EXPECT_TRUE(QFile::exists(root.filePath("a/drei.txt")));
+
+    const Ran ftp = startProgram({"frm_InternetFTPSync", "--local", root.filePath("a"), "--remote",
+                                  remote, "--password-file", password, "--yes"},
+                                 env);
+    EXPECT_EQ(ftp.code, 0) << ftp.err.toStdString() << ftp.out.toStdString();
+    EXPECT_EQ(ftp.json().value("Errors").toInt(), 0);
+    EXPECT_EQ(ftp.json().value("Result").toInt(), 1);
+    EXPECT_TRUE(QFile::exists(root.filePath("served/sub/zwei.txt")));
+    EXPECT_TRUE(QFile::exists(root.filePath("served/drei.txt")));
 }
 
 } // namespace

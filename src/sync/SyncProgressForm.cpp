@@ -24,10 +24,10 @@ namespace fw {
 
 namespace {
 // Design metrics, in pixels.
-constexpr int kClientWidth = 760;
-constexpr int kClientHeight = 600;
+constexpr int kClientWidth = 1000;
+constexpr int kClientHeight = 620;
 constexpr int kMargin = 10;
-constexpr int kTaskColumn = 290;
+constexpr int kTaskColumn = 270;
 constexpr int kTaskPitch = 58;
 constexpr int kBarPitch = 28;
 constexpr int kBarLabelWidth = 100;

@@ -211,6 +211,7 @@ void SyncProgressForm::run()
     m_running = true;
     Resume([&] { Result = synchronise(); });
     m_running = false;
+    showNewestRows();
     tmr_Unload->SetEnabled(true);
 }
 
@@ -228,6 +229,7 @@ void SyncProgressForm::SHOWTASK(std::int32_t n)
         lab_Task[i].SetForeColor(current ? kCurrentTaskText : kOtherTaskText);
         lab_TaskDescription[i].SetForeColor(current ? kCurrentTaskText : kOtherTaskText);
     }
+    showNewestRows();
     Refresh();
     QCoreApplication::processEvents();
 }
@@ -238,8 +240,7 @@ void SyncProgressForm::LOG(const std::string& text)
     Resume([&] { stamp = GetCoreDevClock().logStamp(); });
     ListItem& row = lst_Log->ListItems().Add(QString(), fromHost(stamp));
     row.SetSubItem(1, fromHost(text));
-    lst_Log->SetSelectedItem(&row);
-    row.EnsureVisible();
+    m_newestLog = &row;
 }
 
 void SyncProgressForm::PROGRESS(std::int32_t value, std::int32_t max)
@@ -247,6 +248,7 @@ void SyncProgressForm::PROGRESS(std::int32_t value, std::int32_t max)
     if (bar_ProgressStep->Max() != max)
         bar_ProgressStep->SetMax(max);
     bar_ProgressStep->SetValue(value);
+    showNewestRows();
     QCoreApplication::processEvents();
 }
 
@@ -255,12 +257,28 @@ void SyncProgressForm::LOGERROR(const std::string& a, const std::string& b, cons
     ListItem& row = lst_Errors->ListItems().Add(QString(), fromHost(a));
     row.SetSubItem(1, fromHost(b));
     row.SetSubItem(2, fromHost(c));
-    lst_Errors->SetSelectedItem(&row);
-    row.EnsureVisible();
+    m_newestError = &row;
+}
+
+// Selecting a row and scrolling to it makes the list view lay out all its rows
+// anew: done for each of 10,000 log rows that is minutes, done once before the
+// window can next be seen it is nothing. Nobody can tell the difference, since
+// the window is only painted when the run lets the message loop run.
+void SyncProgressForm::showNewestRows()
+{
+    for (auto [list, row] :
+         {std::pair{lst_Log, &m_newestLog}, std::pair{lst_Errors, &m_newestError}}) {
+        if (!*row)
+            continue;
+        list->SetSelectedItem(*row);
+        (*row)->EnsureVisible();
+        *row = nullptr;
+    }
 }
 
 bool SyncProgressForm::Confirm(SyncActions& actions)
 {
+    showNewestRows();
     std::unique_ptr<SyncConfirmForm> confirm = makeConfirmForm();
     confirm->Actions = &actions;
     confirm->Show(true);

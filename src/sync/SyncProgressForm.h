@@ -19,6 +19,7 @@
 namespace fw {
 
 class Label;
+class ListItem;
 class ListView;
 class PictureBox;
 class SyncConfirmForm;
@@ -86,10 +87,15 @@ class SyncProgressForm : public Form, public SyncProgress {
     void buildLists();
     void run();
     void askCancel();
+    /// Selects the newest rows of the log and the error list and shows them.
+    void showNewestRows();
     void tmr_Unload_Timer();
 
     bool m_started = false;
     bool m_running = false;
+    // Rows added since the window could last be seen; rows are never removed.
+    ListItem* m_newestLog = nullptr;
+    ListItem* m_newestError = nullptr;
 };
 
 /// Two local folders, through the host's file services.

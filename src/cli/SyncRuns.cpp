@@ -222,6 +222,8 @@ DialogRun FolderSyncRun()
                   answerCounts};
     run.exitCode = exitOfCounts;
     run.unattended = confirmsItself;
+    // Keys answer the plan's confirmation; the progress window takes none.
+    run.keysFor = QStringLiteral("frm_DialogFileSyncConfirm");
     return run;
 }
 
@@ -235,6 +237,7 @@ DialogRun FtpSyncRun()
                   answerCounts};
     run.exitCode = exitOfCounts;
     run.unattended = confirmsItself;
+    run.keysFor = QStringLiteral("frm_InternetFTPConfirm");
     return run;
 }
 

@@ -136,6 +136,18 @@ TEST_F(SyncCli, YesSynchronisesRealPlacesAndPrintsTheCounts)
     QProcessEnvironment env = quietEnvironment();
     env.insert("QT_QPA_PLATFORM", "offscreen");
     env.insert("XDG_DATA_HOME", root.filePath("home")); // the protocols of the runs
+    // The keys go to the plan's confirmation: Return asks, F12 says Yes.
+    env.insert("FORMWERK_SCRIPT_KEYS", "Return F12");
+    const QStringList pair{"frm_DialogFileSync", "--source", root.filePath("a"), "--target",
+                           root.filePath("b")};
+    const Ran dry = startProgram(pair + QStringList{"--dry-run"}, env);
+    EXPECT_EQ(dry.code, 0) << dry.err.toStdString();
+    EXPECT_EQ(dry.json().value("Skipped").toInt(), 4);
+    env.insert("FORMWERK_SCRIPT_KEYS", "Escape");
+    EXPECT_EQ(startProgram(pair, env).code, 2);
+    EXPECT_FALSE(QFile::exists(root.filePath("b/eins.txt")));
+    env.remove("FORMWERK_SCRIPT_KEYS");
+
     const Ran folders = startProgram({"frm_DialogFileSync", "--source", root.filePath("a"),
                                       "--target", root.filePath("b"), "--yes"},
                                      env);

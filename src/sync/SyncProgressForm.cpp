@@ -73,7 +73,8 @@ SyncProgressForm::SyncProgressForm(const QString& name, const QString& caption,
     ctl_Header1->SetCaption(caption);
     ctl_Header1->SetSubCaption(QStringLiteral("Der Inhalt der beiden Orte wird abgeglichen."));
     ctl_Header1->SetIconPath(QStringLiteral("Ico\\32\\Computer\\Folders\\Favorite.ico"));
-    ctl_Header1->CloseRequest = [this](const QString&) { askCancel(); };
+    // The header's close button is the window's: it asks to cancel a run.
+    ctl_Header1->CloseRequest = [this](const QString&) { window()->close(); };
 
     bar_Buttons = Add<ctl_CmdBar>(QStringLiteral("bar_Buttons"));
     bar_Buttons->AddButton(QStringLiteral("ABORT"), QStringLiteral("&Abbruch"),
@@ -206,6 +207,8 @@ void SyncProgressForm::Form_Paint()
 
 void SyncProgressForm::run()
 {
+    if (!IsLoaded())
+        return; // closed before the run could start
     Resume([&] { GetCoreDevControls().ListViews().SetColumnWidths(*lst_Errors, "20,40,40"); });
     Resume([&] { GetCoreDevControls().ListViews().SetColumnWidths(*lst_Log, "20,80"); });
     m_running = true;

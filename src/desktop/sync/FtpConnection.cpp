@@ -196,7 +196,11 @@ struct FtpConnection::Handle {
     {
         const std::string where = account.host + ":" + std::to_string(account.port);
         const std::string refusal = lastRefusal();
-        const std::string said = refusal.empty() ? "" : " (" + refusal + ")";
+        // The server's own full stop would stand before the sentence's.
+        const std::string quoted = !refusal.empty() && refusal.back() == '.'
+                                       ? refusal.substr(0, refusal.size() - 1)
+                                       : refusal;
+        const std::string said = refusal.empty() ? "" : " (" + quoted + ")";
         switch (code) {
         case CURLE_LOGIN_DENIED:
             return "Der Server hat die Anmeldung als „" + account.user + "“ abgelehnt" + said + ".";

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <charconv>
 #include <cstdio>
 #include <cstring>
 #include <ctime>
@@ -420,6 +421,20 @@ bool FtpFolder::Stat(const std::string& path, SyncItem& item, std::string& error
         error = isRefusal(reply) ? "Der Server lehnt ab: " + firstLine(reply.text)
                                  : "Der Server sagt nichts über „" + path + "“.";
         return false;
+    }
+    // A file answers SIZE (in binary mode, which a listing may have left) and
+    // MDTM; anything else is looked for in its folder's listing.
+    std::vector<FtpReply> replies;
+    if (!commands({"TYPE I", "SIZE " + where, "MDTM " + where}, replies, error))
+        return false;
+    const std::string size = firstLine(replies[1].text);
+    std::int64_t bytes = -1;
+    if (replies[1].code == 213 && size.size() > 4)
+        std::from_chars(size.data() + 4, size.data() + size.size(), bytes);
+    if (bytes >= 0 && replies[2].code == 213) {
+        const auto mtime = ParseFtpTime(firstLine(replies[2].text).substr(4));
+        item = {path, false, bytes, mtime.value_or(0)};
+        return true;
     }
     std::vector<SyncItem> items;
     if (!listFolder(parentOf(path), items, {}, error, {}))

@@ -14,14 +14,15 @@ class FtpServer {
     struct Options {
         QString root;                               ///< the served folder; empty: a fresh one
         QString annaRights = QStringLiteral("elr"); ///< pyftpdlib's letters, "elradfmwMT" all
-        enum Mode { Normal, NoMlsd, DropDownload, FullDisk } mode = Normal;
+        enum Mode { Normal, NoMlsd, DropDownload, StallDownload, FullDisk } mode = Normal;
     };
     /// Starts the server and waits until it listens; Port() is 0 if it failed.
     explicit FtpServer(const Options& options);
     FtpServer() : FtpServer(Options{}) {}
     ~FtpServer() { Kill(); }
     quint16 Port() const { return m_port; }
-    /// What the server reported since the last call ("dropped" once it cut a download).
+    /// What the server reported since the last call ("dropped" or "stalled"
+    /// once it cut a download).
     QByteArray Said();
     /// Kills the server at once, as a crash would.
     void Kill();

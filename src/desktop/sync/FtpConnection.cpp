@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cctype>
 #include <cerrno>
+#include <chrono>
 #include <cstring>
 #include <mutex>
 #include <sys/stat.h>
@@ -84,6 +85,10 @@ struct FtpConnection::Handle {
     const SyncSignals* watch = nullptr;
     std::int64_t offset = 0; ///< bytes of the transfer done before this call
     std::int64_t total = 0;
+    std::chrono::seconds stallLimit{0}; ///< 0: no limit (calls without a transfer)
+    std::chrono::steady_clock::time_point lastMove;
+    curl_off_t movedBefore = -1;
+    bool stalled = false;
     char errorText[CURL_ERROR_SIZE] = {};
 
     Handle()
@@ -112,16 +117,41 @@ struct FtpConnection::Handle {
                         curl_off_t upNow)
     {
         auto* h = static_cast<Handle*>(self);
+        if (h->stalledAfter(downNow + upNow))
+            return 1; // libcurl ends the call with CURLE_ABORTED_BY_CALLBACK
         if (!h->watch)
             return 0;
         if (h->watch->Cancelled())
-            return 1; // libcurl ends the call with CURLE_ABORTED_BY_CALLBACK
+            return 1;
         if (h->watch->progress && (downNow || upNow)) {
             const std::int64_t now = h->offset + std::max(downNow, upNow);
             const std::int64_t total = h->total ? h->total : std::max(downTotal, upTotal);
             h->watch->progress(now, total);
         }
         return 0;
+    }
+
+    // libcurl's own low-speed check averages over several seconds, so a
+    // transfer that stops dead would run on well past the limit.
+    bool stalledAfter(curl_off_t moved)
+    {
+        const auto now = std::chrono::steady_clock::now();
+        if (moved != movedBefore || stallLimit.count() == 0) {
+            movedBefore = moved;
+            lastMove = now;
+            return false;
+        }
+        stalled = now - lastMove > stallLimit;
+        return stalled;
+    }
+
+    /// Runs the call; a transfer given up for standing still counts as a
+    /// timeout, not as the user's cancel.
+    CURLcode perform()
+    {
+        lastMove = std::chrono::steady_clock::now();
+        const CURLcode code = curl_easy_perform(curl);
+        return code == CURLE_ABORTED_BY_CALLBACK && stalled ? CURLE_OPERATION_TIMEDOUT : code;
     }
 
     /// Fresh options for one call to url; the connection itself stays.
@@ -132,6 +162,9 @@ struct FtpConnection::Handle {
         exchange.clear();
         watch = callWatch;
         offset = total = 0;
+        stallLimit = std::chrono::seconds(0);
+        movedBefore = -1;
+        stalled = false;
         errorText[0] = 0;
         curl_easy_setopt(curl, CURLOPT_URL, url.c_str());
         curl_easy_setopt(curl, CURLOPT_USERNAME, account.user.c_str());
@@ -154,11 +187,7 @@ struct FtpConnection::Handle {
     }
 
     /// For transfers: no byte for this long ends the call.
-    void limitStalls(int timeoutSeconds)
-    {
-        curl_easy_setopt(curl, CURLOPT_LOW_SPEED_LIMIT, 1L);
-        curl_easy_setopt(curl, CURLOPT_LOW_SPEED_TIME, long(timeoutSeconds));
-    }
+    void limitStalls(int timeoutSeconds) { stallLimit = std::chrono::seconds(timeoutSeconds); }
 
     /// The reply to each of lines, found by what was sent: libcurl sends
     /// commands of its own before and after them (login, CWD).
@@ -255,7 +284,7 @@ bool FtpConnection::Commands(const std::vector<std::string>& lines, std::vector<
     // and the commands name absolute paths anyway.
     curl_easy_setopt(h.curl, CURLOPT_FTP_FILEMETHOD, long(CURLFTPMETHOD_NOCWD));
     curl_easy_setopt(h.curl, CURLOPT_TIMEOUT, long(m_timeoutSeconds) * long(1 + lines.size() / 20));
-    const CURLcode code = curl_easy_perform(h.curl);
+    const CURLcode code = h.perform();
     curl_slist_free_all(quote);
     if (code != CURLE_OK) {
         error = h.describe(code, m_account, m_timeoutSeconds);
@@ -278,7 +307,7 @@ bool FtpConnection::Listing(const std::string& folder, bool mlsd, std::string& t
         curl_easy_setopt(h.curl, CURLOPT_CUSTOMREQUEST, "MLSD");
     curl_easy_setopt(h.curl, CURLOPT_WRITEDATA, &text);
     curl_easy_setopt(h.curl, CURLOPT_WRITEFUNCTION, &appendListing);
-    const CURLcode code = curl_easy_perform(h.curl);
+    const CURLcode code = h.perform();
     if (code == CURLE_OK)
         return true;
     error = code == CURLE_WRITE_ERROR ? "Die Liste des Servers ist zu lang."
@@ -307,7 +336,7 @@ bool FtpConnection::Upload(const std::string& source, const std::string& serverP
     curl_easy_setopt(h.curl, CURLOPT_READDATA, file); // read with fread, libcurl's default
     curl_slist* postquote = quoted(after);
     curl_easy_setopt(h.curl, CURLOPT_POSTQUOTE, postquote);
-    const CURLcode code = curl_easy_perform(h.curl);
+    const CURLcode code = h.perform();
     curl_slist_free_all(postquote);
     std::fclose(file);
     if (code != CURLE_OK) {
@@ -332,7 +361,7 @@ bool FtpConnection::Download(const std::string& serverPath, std::FILE* file, std
     h.total = total;
     curl_easy_setopt(h.curl, CURLOPT_RESUME_FROM_LARGE, curl_off_t(offset));
     curl_easy_setopt(h.curl, CURLOPT_WRITEDATA, file); // written with fwrite, the default
-    const CURLcode code = curl_easy_perform(h.curl);
+    const CURLcode code = h.perform();
     dropped = code == CURLE_PARTIAL_FILE || code == CURLE_RECV_ERROR || code == CURLE_SEND_ERROR ||
               code == CURLE_GOT_NOTHING || code == CURLE_OPERATION_TIMEDOUT ||
               code == CURLE_FTP_WEIRD_SERVER_REPLY;

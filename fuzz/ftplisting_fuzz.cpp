@@ -14,7 +14,7 @@ void checkLine(const fw::desktop::sync::FtpLine& line)
     using fw::desktop::sync::FtpLine;
     if (line.kind == FtpLine::Unreadable && line.reason.empty())
         __builtin_trap(); // a skipped line must say why
-    if (line.kind != FtpLine::Entry)
+    if (line.kind != FtpLine::Entry && line.kind != FtpLine::Link)
         return;
     const std::string& name = line.entry.name;
     if (name.empty() || name == "." || name == ".." ||

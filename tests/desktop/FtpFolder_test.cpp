@@ -167,22 +167,33 @@ TEST(FtpFolderTest, PutGetAndRemoveLeaveExactFilesTimesAndNoTemporaries)
     }
 }
 
-TEST(FtpFolderTest, DownloadResumesAfterTheServerDropsTheConnection)
+TEST(FtpFolderTest, DownloadResumesAfterTheServerDropsOrStallsTheConnection)
 {
-    auto s = serve(FtpServer::Options::DropDownload);
     std::string content(4 << 20, '\0');
     for (std::size_t i = 0; i < content.size(); ++i)
         content[i] = char(i * 7 % 251);
-    writeFile(s->at("gross.bin"), content);
-    QTemporaryDir local;
-    auto folder = s->folder();
-    std::string error;
-    const SyncItem expected{"gross.bin", false, std::int64_t(content.size()), kTime};
-    ASSERT_TRUE(folder.Get(expected, local.path().toStdString() + "/gross.bin", {}, error))
-        << error;
-    EXPECT_TRUE(readFile(local.path().toStdString() + "/gross.bin") == content);
-    EXPECT_TRUE(s->server->Said().contains("dropped")); // the resume was needed
-    EXPECT_EQ(namesBelow(local.path()), QStringList{"gross.bin"});
+    const struct {
+        FtpServer::Options::Mode mode;
+        const char* said;
+    } rows[] = {{FtpServer::Options::DropDownload, "dropped"},
+                {FtpServer::Options::StallDownload, "stalled"}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.said);
+        auto s = serve(row.mode);
+        writeFile(s->at("gross.bin"), content);
+        QTemporaryDir local;
+        auto folder = s->folder(1); // a stalled transfer is given up after a second
+        std::string error;
+        const SyncItem expected{"gross.bin", false, std::int64_t(content.size()), kTime};
+        QElapsedTimer clock;
+        clock.start();
+        ASSERT_TRUE(folder.Get(expected, local.path().toStdString() + "/gross.bin", {}, error))
+            << error;
+        EXPECT_LT(clock.elapsed(), 4000);
+        EXPECT_TRUE(readFile(local.path().toStdString() + "/gross.bin") == content);
+        EXPECT_TRUE(s->server->Said().contains(row.said)); // the resume was needed
+        EXPECT_EQ(namesBelow(local.path()), QStringList{"gross.bin"});
+    }
 }
 
 TEST(FtpFolderTest, AFullServerDiskKeepsTheOldFileAndNoTemporary)

@@ -10,7 +10,8 @@ namespace fw::testing {
 namespace {
 // argv: folder, rights of "anna", and how the server misbehaves: "nomlsd"
 // offers LIST alone, "drop" cuts the first download after 256 KiB, with its
-// control connection, as a line that dies; "full" stores 64 KiB of an upload,
+// control connection, as a line that dies, and "stall" stops sending it there
+// without a word, as a hung server does; "full" stores 64 KiB of an upload,
 // drops the rest and answers 552, leaving the part, as a full disk does.
 const char* const kServer = R"(
 import logging, sys
@@ -19,15 +20,18 @@ from pyftpdlib.handlers import DTPHandler, FTPHandler
 from pyftpdlib.servers import FTPServer
 logging.basicConfig(level=logging.CRITICAL)
 root, rights, mode = sys.argv[1], sys.argv[2], sys.argv[3]
-dropped = []
+cut = []
 class Dtp(DTPHandler):
     def initiate_send(self):
-        if mode == "drop" and not dropped and self.tot_bytes_sent >= 262144:
-            dropped.append(1)
-            print("dropped", flush=True)
-            self.cmd_channel.close()
+        if mode in ("drop", "stall") and not cut and self.tot_bytes_sent >= 262144:
+            cut.append(self)
+            print(mode == "drop" and "dropped" or "stalled", flush=True)
+            if mode == "drop":
+                self.cmd_channel.close()
             return
         DTPHandler.initiate_send(self)
+    def writable(self):
+        return mode != "stall" or self not in cut and DTPHandler.writable(self)
     def handle_read(self):
         if mode == "full" and self.receive and self.tot_bytes_received >= 65536:
             self.full = True
@@ -59,7 +63,7 @@ server.serve_forever()
 
 FtpServer::FtpServer(const Options& options)
 {
-    static const char* const modes[] = {"normal", "nomlsd", "drop", "full"};
+    static const char* const modes[] = {"normal", "nomlsd", "drop", "stall", "full"};
     const QString root = options.root.isEmpty() ? m_root.path() : options.root;
     m_process.start(QStringLiteral("/usr/bin/python3"),
                     {QStringLiteral("-c"), QString::fromUtf8(kServer), root, options.annaRights,

@@ -1,8 +1,8 @@
 #pragma once
-// Loopback peers for the FTP console's tests: a real FTP server (Debian's
-// pyftpdlib in a child process, serving a folder to "anonymous" and to
-// "anna"/"geheim", well or in one of a few chosen ways badly), and ports where a connection is
-// refused or never answered.
+// Loopback peers for the FTP tests: a real FTP server (Debian's pyftpdlib in
+// a child process, serving a folder to "anonymous" and to "anna"/"geheim",
+// well or in one of a few chosen ways badly), and ports where a connection
+// is refused or never answered.
 
 #include <QProcess>
 #include <QTemporaryDir>
@@ -14,14 +14,15 @@ class FtpServer {
     struct Options {
         QString root;                               ///< the served folder; empty: a fresh one
         QString annaRights = QStringLiteral("elr"); ///< pyftpdlib's letters, "elradfmwMT" all
-        enum Mode { Normal, NoMlsd, DropDownload, FullDisk } mode = Normal;
+        enum Mode { Normal, NoMlsd, DropDownload, StallDownload, FullDisk } mode = Normal;
     };
     /// Starts the server and waits until it listens; Port() is 0 if it failed.
     explicit FtpServer(const Options& options);
     FtpServer() : FtpServer(Options{}) {}
     ~FtpServer() { Kill(); }
     quint16 Port() const { return m_port; }
-    /// What the server reported since the last call ("dropped" once it cut a download).
+    /// What the server reported since the last call ("dropped" or "stalled"
+    /// once it cut a download).
     QByteArray Said();
     /// Kills the server at once, as a crash would.
     void Kill();

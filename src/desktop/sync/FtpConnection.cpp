@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cctype>
 #include <cerrno>
+#include <chrono>
 #include <cstring>
 #include <mutex>
 #include <sys/stat.h>
@@ -54,6 +55,16 @@ std::string urlOf(const FtpAccount& account, const std::string& serverPath, bool
     return url;
 }
 
+// Commands for libcurl to send as they are; "*": a refusal is an answer, not
+// a failure of the call.
+curl_slist* quoted(const std::vector<std::string>& lines)
+{
+    curl_slist* list = nullptr;
+    for (const std::string& line : lines)
+        list = curl_slist_append(list, ("*" + line).c_str());
+    return list;
+}
+
 std::size_t appendListing(char* data, std::size_t size, std::size_t n, void* sink)
 {
     auto* out = static_cast<std::string*>(sink);
@@ -74,6 +85,10 @@ struct FtpConnection::Handle {
     const SyncSignals* watch = nullptr;
     std::int64_t offset = 0; ///< bytes of the transfer done before this call
     std::int64_t total = 0;
+    std::chrono::seconds stallLimit{0}; ///< 0: no limit (calls without a transfer)
+    std::chrono::steady_clock::time_point lastMove;
+    curl_off_t movedBefore = -1;
+    bool stalled = false;
     char errorText[CURL_ERROR_SIZE] = {};
 
     Handle()
@@ -102,16 +117,41 @@ struct FtpConnection::Handle {
                         curl_off_t upNow)
     {
         auto* h = static_cast<Handle*>(self);
+        if (h->stalledAfter(downNow + upNow))
+            return 1; // libcurl ends the call with CURLE_ABORTED_BY_CALLBACK
         if (!h->watch)
             return 0;
         if (h->watch->Cancelled())
-            return 1; // libcurl ends the call with CURLE_ABORTED_BY_CALLBACK
+            return 1;
         if (h->watch->progress && (downNow || upNow)) {
             const std::int64_t now = h->offset + std::max(downNow, upNow);
             const std::int64_t total = h->total ? h->total : std::max(downTotal, upTotal);
             h->watch->progress(now, total);
         }
         return 0;
+    }
+
+    // libcurl's own low-speed check averages over several seconds, so a
+    // transfer that stops dead would run on well past the limit.
+    bool stalledAfter(curl_off_t moved)
+    {
+        const auto now = std::chrono::steady_clock::now();
+        if (moved != movedBefore || stallLimit.count() == 0) {
+            movedBefore = moved;
+            lastMove = now;
+            return false;
+        }
+        stalled = now - lastMove > stallLimit;
+        return stalled;
+    }
+
+    /// Runs the call; a transfer given up for standing still counts as a
+    /// timeout, not as the user's cancel.
+    CURLcode perform()
+    {
+        lastMove = std::chrono::steady_clock::now();
+        const CURLcode code = curl_easy_perform(curl);
+        return code == CURLE_ABORTED_BY_CALLBACK && stalled ? CURLE_OPERATION_TIMEDOUT : code;
     }
 
     /// Fresh options for one call to url; the connection itself stays.
@@ -122,6 +162,9 @@ struct FtpConnection::Handle {
         exchange.clear();
         watch = callWatch;
         offset = total = 0;
+        stallLimit = std::chrono::seconds(0);
+        movedBefore = -1;
+        stalled = false;
         errorText[0] = 0;
         curl_easy_setopt(curl, CURLOPT_URL, url.c_str());
         curl_easy_setopt(curl, CURLOPT_USERNAME, account.user.c_str());
@@ -144,11 +187,7 @@ struct FtpConnection::Handle {
     }
 
     /// For transfers: no byte for this long ends the call.
-    void limitStalls(int timeoutSeconds)
-    {
-        curl_easy_setopt(curl, CURLOPT_LOW_SPEED_LIMIT, 1L);
-        curl_easy_setopt(curl, CURLOPT_LOW_SPEED_TIME, long(timeoutSeconds));
-    }
+    void limitStalls(int timeoutSeconds) { stallLimit = std::chrono::seconds(timeoutSeconds); }
 
     /// The reply to each of lines, found by what was sent: libcurl sends
     /// commands of its own before and after them (login, CWD).
@@ -186,7 +225,11 @@ struct FtpConnection::Handle {
     {
         const std::string where = account.host + ":" + std::to_string(account.port);
         const std::string refusal = lastRefusal();
-        const std::string said = refusal.empty() ? "" : " (" + refusal + ")";
+        // The server's own full stop would stand before the sentence's.
+        const std::string quoted = !refusal.empty() && refusal.back() == '.'
+                                       ? refusal.substr(0, refusal.size() - 1)
+                                       : refusal;
+        const std::string said = refusal.empty() ? "" : " (" + quoted + ")";
         switch (code) {
         case CURLE_LOGIN_DENIED:
             return "Der Server hat die Anmeldung als „" + account.user + "“ abgelehnt" + said + ".";
@@ -234,16 +277,14 @@ bool FtpConnection::Commands(const std::vector<std::string>& lines, std::vector<
 {
     Handle& h = *m_handle;
     h.prepare(m_account, m_timeoutSeconds, hostUrl(m_account) + "/", nullptr);
-    curl_slist* quote = nullptr;
-    for (const std::string& line : lines)
-        quote = curl_slist_append(quote, ("*" + line).c_str()); // "*": a refusal is an answer
+    curl_slist* quote = quoted(lines);
     curl_easy_setopt(h.curl, CURLOPT_QUOTE, quote);
     curl_easy_setopt(h.curl, CURLOPT_NOBODY, 1L);
     // No change of folder after the commands: it would cost a round trip,
     // and the commands name absolute paths anyway.
     curl_easy_setopt(h.curl, CURLOPT_FTP_FILEMETHOD, long(CURLFTPMETHOD_NOCWD));
     curl_easy_setopt(h.curl, CURLOPT_TIMEOUT, long(m_timeoutSeconds) * long(1 + lines.size() / 20));
-    const CURLcode code = curl_easy_perform(h.curl);
+    const CURLcode code = h.perform();
     curl_slist_free_all(quote);
     if (code != CURLE_OK) {
         error = h.describe(code, m_account, m_timeoutSeconds);
@@ -266,7 +307,7 @@ bool FtpConnection::Listing(const std::string& folder, bool mlsd, std::string& t
         curl_easy_setopt(h.curl, CURLOPT_CUSTOMREQUEST, "MLSD");
     curl_easy_setopt(h.curl, CURLOPT_WRITEDATA, &text);
     curl_easy_setopt(h.curl, CURLOPT_WRITEFUNCTION, &appendListing);
-    const CURLcode code = curl_easy_perform(h.curl);
+    const CURLcode code = h.perform();
     if (code == CURLE_OK)
         return true;
     error = code == CURLE_WRITE_ERROR ? "Die Liste des Servers ist zu lang."
@@ -275,6 +316,7 @@ bool FtpConnection::Listing(const std::string& folder, bool mlsd, std::string& t
 }
 
 bool FtpConnection::Upload(const std::string& source, const std::string& serverPath,
+                           const std::vector<std::string>& after, std::vector<FtpReply>& replies,
                            const SyncSignals& watch, std::string& error)
 {
     std::FILE* file = std::fopen(source.c_str(), "rb");
@@ -292,12 +334,20 @@ bool FtpConnection::Upload(const std::string& source, const std::string& serverP
     curl_easy_setopt(h.curl, CURLOPT_UPLOAD, 1L);
     curl_easy_setopt(h.curl, CURLOPT_INFILESIZE_LARGE, curl_off_t(info.st_size));
     curl_easy_setopt(h.curl, CURLOPT_READDATA, file); // read with fread, libcurl's default
-    const CURLcode code = curl_easy_perform(h.curl);
+    curl_slist* postquote = quoted(after);
+    curl_easy_setopt(h.curl, CURLOPT_POSTQUOTE, postquote);
+    const CURLcode code = h.perform();
+    curl_slist_free_all(postquote);
     std::fclose(file);
-    if (code == CURLE_OK)
-        return true;
-    error = h.describe(code, m_account, m_timeoutSeconds);
-    return false;
+    if (code != CURLE_OK) {
+        error = h.describe(code, m_account, m_timeoutSeconds);
+        return false;
+    }
+    if (!h.repliesTo(after, replies)) {
+        error = "Der Server hat nicht auf jeden Befehl geantwortet.";
+        return false;
+    }
+    return true;
 }
 
 bool FtpConnection::Download(const std::string& serverPath, std::FILE* file, std::int64_t offset,
@@ -311,7 +361,7 @@ bool FtpConnection::Download(const std::string& serverPath, std::FILE* file, std
     h.total = total;
     curl_easy_setopt(h.curl, CURLOPT_RESUME_FROM_LARGE, curl_off_t(offset));
     curl_easy_setopt(h.curl, CURLOPT_WRITEDATA, file); // written with fwrite, the default
-    const CURLcode code = curl_easy_perform(h.curl);
+    const CURLcode code = h.perform();
     dropped = code == CURLE_PARTIAL_FILE || code == CURLE_RECV_ERROR || code == CURLE_SEND_ERROR ||
               code == CURLE_GOT_NOTHING || code == CURLE_OPERATION_TIMEDOUT ||
               code == CURLE_FTP_WEIRD_SERVER_REPLY;

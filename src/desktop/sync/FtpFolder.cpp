@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <charconv>
 #include <cstdio>
 #include <cstring>
 #include <ctime>
@@ -292,16 +293,25 @@ bool FtpFolder::RemoveTree(const std::string& path, std::string& error)
     return true;
 }
 
-// The size on the server tells whether the whole file arrived.
-bool FtpFolder::arrivedWhole(const std::string& source, const std::string& serverPath,
-                             std::string& error)
+// Size and time are asked and set on the temporary, in the upload's own
+// call: a rename keeps the time, and a wrong size never reaches the target.
+bool FtpFolder::upload(const std::string& source, const std::string& temporary, std::int64_t mtime,
+                       const SyncSignals& watch, std::string& error)
 {
     struct stat info {};
-    FtpReply size;
-    if (::stat(source.c_str(), &info) != 0 || !command("SIZE " + serverPath, size, error))
+    if (::stat(source.c_str(), &info) != 0) {
+        error = "Die Datei lässt sich nicht lesen: " + std::string(std::strerror(errno));
         return false;
+    }
+    std::vector<std::string> after{"SIZE " + temporary};
+    if (mtime > 0 && m_features.mfmt)
+        after.push_back("MFMT " + FormatFtpTime(mtime) + " " + temporary);
+    std::vector<FtpReply> replies;
+    if (!m_connection->Upload(source, temporary, after, replies, watch, error))
+        return false;
+    const FtpReply& size = replies.front();
     if (size.code == 213 && firstLine(size.text).substr(4) == std::to_string(info.st_size))
-        return true;
+        return true; // a refused MFMT leaves the server's time, which Stat then tells
     error = "Auf dem Server kam nicht die ganze Datei an (" + firstLine(size.text) + ").";
     return false;
 }
@@ -331,20 +341,12 @@ bool FtpFolder::Put(const std::string& source, const std::string& path, std::int
         return false;
     const std::string temporary = serverPath(temporaryName(path));
     const std::string target = serverPath(path);
-    if (!m_connection->Upload(source, temporary, watch, error) ||
-        !arrivedWhole(source, temporary, error) || !rename(temporary, target, error)) {
-        FtpReply ignored;
-        std::string alsoFailed;
-        command("DELE " + temporary, ignored, alsoFailed);
-        return false;
-    }
-    if (mtime > 0 && m_features.mfmt) {
-        // A refusal leaves the server's time, which Stat then tells.
-        FtpReply ignored;
-        command("MFMT " + FormatFtpTime(mtime) + " " + target, ignored, error);
-    }
-    error.clear();
-    return true;
+    if (upload(source, temporary, mtime, watch, error) && rename(temporary, target, error))
+        return true;
+    FtpReply ignored;
+    std::string alsoFailed;
+    command("DELE " + temporary, ignored, alsoFailed);
+    return false;
 }
 
 bool FtpFolder::Get(const SyncItem& expected, const std::string& target, const SyncSignals& watch,
@@ -419,6 +421,20 @@ bool FtpFolder::Stat(const std::string& path, SyncItem& item, std::string& error
         error = isRefusal(reply) ? "Der Server lehnt ab: " + firstLine(reply.text)
                                  : "Der Server sagt nichts über „" + path + "“.";
         return false;
+    }
+    // A file answers SIZE (in binary mode, which a listing may have left) and
+    // MDTM; anything else is looked for in its folder's listing.
+    std::vector<FtpReply> replies;
+    if (!commands({"TYPE I", "SIZE " + where, "MDTM " + where}, replies, error))
+        return false;
+    const std::string size = firstLine(replies[1].text);
+    std::int64_t bytes = -1;
+    if (replies[1].code == 213 && size.size() > 4)
+        std::from_chars(size.data() + 4, size.data() + size.size(), bytes);
+    if (bytes >= 0 && replies[2].code == 213) {
+        const auto mtime = ParseFtpTime(firstLine(replies[2].text).substr(4));
+        item = {path, false, bytes, mtime.value_or(0)};
+        return true;
     }
     std::vector<SyncItem> items;
     if (!listFolder(parentOf(path), items, {}, error, {}))

@@ -6,6 +6,8 @@
 
 #include <QDir>
 #include <QTemporaryDir>
+#include <cerrno>
+#include <cstring>
 #include <dirent.h>
 #include <fcntl.h>
 #include <fstream>
@@ -252,7 +254,7 @@ TEST_F(SyncRun, BadPlacesAreRefusedWithoutChangingAnything)
         {one, one, "derselbe Ordner"},
         {one, one + "/innen", "Ein Pfad liegt im anderen"},
         {one + "/innen", one, "Ein Pfad liegt im anderen"},
-        {one + "/fehlt", two, "No such file"},
+        {one + "/fehlt", two, std::strerror(ENOENT)},
         {two + "/b.txt", one, "Kein Ordner"},
     };
     for (const Row& row : rows) {

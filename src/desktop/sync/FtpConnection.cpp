@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <cstring>
 #include <mutex>
+#include <sys/select.h>
 #include <sys/stat.h>
 
 namespace fw::desktop::sync {
@@ -76,12 +77,52 @@ struct FtpConnection::Handle {
     std::int64_t total = 0;
     char errorText[CURL_ERROR_SIZE] = {};
 
+    /// Holds the kept connection between calls.
+    CURLM* multi = nullptr;
+
     Handle()
     {
         initialiseCurl();
         curl = curl_easy_init();
+        multi = curl_multi_init();
     }
-    ~Handle() { curl_easy_cleanup(curl); }
+    ~Handle()
+    {
+        curl_easy_cleanup(curl);
+        curl_multi_cleanup(multi);
+    }
+
+    /// One call, as curl_easy_perform would make it. Debian's libcurl 7.88
+    /// sometimes has no socket to wait on right after a passive-mode reply
+    /// that arrived at once, and its own loop then sleeps a full second
+    /// before it opens the data connection: half the uploads of small files
+    /// to a loopback server waited so. Here such a pause lasts a millisecond.
+    CURLcode perform()
+    {
+        if (curl_multi_add_handle(multi, curl) != CURLM_OK)
+            return CURLE_FAILED_INIT;
+        int running = 1;
+        CURLMcode status = curl_multi_perform(multi, &running);
+        while (status == CURLM_OK && running > 0) {
+            fd_set read, write, except;
+            FD_ZERO(&read);
+            FD_ZERO(&write);
+            FD_ZERO(&except);
+            int highest = -1;
+            curl_multi_fdset(multi, &read, &write, &except, &highest);
+            // libcurl shortens the wait to its own timers.
+            status = curl_multi_poll(multi, nullptr, 0, highest < 0 ? 1 : 1000, nullptr);
+            if (status == CURLM_OK)
+                status = curl_multi_perform(multi, &running);
+        }
+        CURLcode result = status == CURLM_OK ? CURLE_OK : CURLE_OUT_OF_MEMORY;
+        int left = 0;
+        while (const CURLMsg* message = curl_multi_info_read(multi, &left))
+            if (message->msg == CURLMSG_DONE && message->easy_handle == curl)
+                result = message->data.result;
+        curl_multi_remove_handle(multi, curl);
+        return result;
+    }
 
     static int trace(CURL*, curl_infotype kind, char* data, std::size_t size, void* self)
     {
@@ -243,7 +284,7 @@ bool FtpConnection::Commands(const std::vector<std::string>& lines, std::vector<
     // and the commands name absolute paths anyway.
     curl_easy_setopt(h.curl, CURLOPT_FTP_FILEMETHOD, long(CURLFTPMETHOD_NOCWD));
     curl_easy_setopt(h.curl, CURLOPT_TIMEOUT, long(m_timeoutSeconds) * long(1 + lines.size() / 20));
-    const CURLcode code = curl_easy_perform(h.curl);
+    const CURLcode code = h.perform();
     curl_slist_free_all(quote);
     if (code != CURLE_OK) {
         error = h.describe(code, m_account, m_timeoutSeconds);
@@ -266,7 +307,7 @@ bool FtpConnection::Listing(const std::string& folder, bool mlsd, std::string& t
         curl_easy_setopt(h.curl, CURLOPT_CUSTOMREQUEST, "MLSD");
     curl_easy_setopt(h.curl, CURLOPT_WRITEDATA, &text);
     curl_easy_setopt(h.curl, CURLOPT_WRITEFUNCTION, &appendListing);
-    const CURLcode code = curl_easy_perform(h.curl);
+    const CURLcode code = h.perform();
     if (code == CURLE_OK)
         return true;
     error = code == CURLE_WRITE_ERROR ? "Die Liste des Servers ist zu lang."
@@ -292,7 +333,7 @@ bool FtpConnection::Upload(const std::string& source, const std::string& serverP
     curl_easy_setopt(h.curl, CURLOPT_UPLOAD, 1L);
     curl_easy_setopt(h.curl, CURLOPT_INFILESIZE_LARGE, curl_off_t(info.st_size));
     curl_easy_setopt(h.curl, CURLOPT_READDATA, file); // read with fread, libcurl's default
-    const CURLcode code = curl_easy_perform(h.curl);
+    const CURLcode code = h.perform();
     std::fclose(file);
     if (code == CURLE_OK)
         return true;
@@ -311,7 +352,7 @@ bool FtpConnection::Download(const std::string& serverPath, std::FILE* file, std
     h.total = total;
     curl_easy_setopt(h.curl, CURLOPT_RESUME_FROM_LARGE, curl_off_t(offset));
     curl_easy_setopt(h.curl, CURLOPT_WRITEDATA, file); // written with fwrite, the default
-    const CURLcode code = curl_easy_perform(h.curl);
+    const CURLcode code = h.perform();
     dropped = code == CURLE_PARTIAL_FILE || code == CURLE_RECV_ERROR || code == CURLE_SEND_ERROR ||
               code == CURLE_GOT_NOTHING || code == CURLE_OPERATION_TIMEDOUT ||
               code == CURLE_FTP_WEIRD_SERVER_REPLY;

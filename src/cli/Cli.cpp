@@ -313,6 +313,8 @@ Outcome runDialog(const Invocation& inv, QTextStream& out)
     out.flush();
     if (timedOut)
         return {ExitTimedOut, deadline->Notice()};
+    if (run && run->exitCode)
+        return {run->exitCode(answer), {}};
     return {ExitCodeOf(answer.value(QStringLiteral("Result")).toInt()), {}};
 }
 
@@ -426,11 +428,12 @@ int Main(int argc, char** argv)
         return Run(args, out, err);
     const bool screenshot = !parsed.invocation.screenshot.isEmpty();
     // The progress window is driven by standard input, not by a person.
+    const DialogRun* run = FindDialogRun(parsed.invocation.dialog);
     const bool scripted = !qEnvironmentVariableIsEmpty("FORMWERK_SCRIPT_KEYS") ||
-                          parsed.invocation.dialog == QLatin1String("frm_DialogProcess");
+                          parsed.invocation.dialog == QLatin1String("frm_DialogProcess") ||
+                          (run && run->unattended && run->unattended(parsed.invocation));
     if (const QString problem = DisplayProblem(screenshot, scripted); !problem.isEmpty()) {
         // A file the dialog could never show is the news, not the display.
-        const DialogRun* run = FindDialogRun(parsed.invocation.dialog);
         if (run && run->check)
             if (const Outcome failure = run->check(parsed.invocation)) {
                 err << "formwerk: " << failure.message << '\n';

@@ -21,6 +21,16 @@ const QHash<QString, DialogProfile>& profiles()
             "to the buttons, where Return on OK answers with the folder shown (1); Escape "
             "answers Cancel (2). It prints the folder as \"Folder\" (a share as smb://), and "
             "a place that is no plain folder also as \"Location\".");
+        const QString syncKeys = QStringLiteral(
+            "Escape asks whether to cancel the run; the window closes by itself when the run "
+            "ends. It prints Result (1 ran to its end, 2 cancelled, 0 could not start) and the "
+            "counts Done, Skipped, Errors and Conflicts; it exits 0 when all went well, 1 with "
+            "errors, 2 when cancelled.");
+        const QString confirmKeys = QStringLiteral(
+            "Space ticks or clears the selected row (Down moves); Return asks whether to "
+            "begin, where F12 (Yes) confirms (1) and Escape (No) goes back to the list; "
+            "Escape there leaves the plan as it was (2). It prints the eight lists that "
+            "remain.");
         const DialogProfile rows[] = {
             {"frm_DialogMessage",
              prompt + QStringList{"Texts.Description2", "Request.Flags", "Public.DialogMode"},
@@ -91,6 +101,10 @@ const QHash<QString, DialogProfile>& profiles()
              false,
              "Resource"},
             {"frm_DialogXMLInspector", {}, "Return answers OK (1); Escape does not close it."},
+            {"frm_DialogFileSync", {}, syncKeys},
+            {"frm_InternetFTPSync", {}, syncKeys},
+            {"frm_DialogFileSyncConfirm", {}, confirmKeys},
+            {"frm_InternetFTPConfirm", {}, confirmKeys},
             {"frm_InternetFTPConsole",
              {},
              "No key closes it: Return sends the typed line; closing the window answers 0."},

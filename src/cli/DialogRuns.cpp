@@ -23,6 +23,10 @@ const DialogRun* FindDialogRun(const QString& dialog)
         {QStringLiteral("frm_DialogNetworkBrowse"), NetworkBrowseRun()},
         {QStringLiteral("frm_DialogNetworkAdd"), NetworkAddRun()},
         {QStringLiteral("frm_DialogFileResource"), ResourcePickerRun()},
+        {QStringLiteral("frm_DialogFileSync"), FolderSyncRun()},
+        {QStringLiteral("frm_InternetFTPSync"), FtpSyncRun()},
+        {QStringLiteral("frm_DialogFileSyncConfirm"), SyncConfirmRun()},
+        {QStringLiteral("frm_InternetFTPConfirm"), SyncConfirmRun()},
     };
     const auto it = table.constFind(dialog);
     return it == table.cend() ? nullptr : &*it;

@@ -46,6 +46,11 @@ struct DialogRun {
     /// Checks the options' files without a window or an application, so that
     /// a bad file is told before a missing display; null: nothing to check.
     Outcome (*check)(const Invocation& inv) = nullptr;
+    /// Whether these options leave nothing for a person to answer (a run
+    /// that confirms by itself), so that no visible window is needed.
+    bool (*unattended)(const Invocation& inv) = nullptr;
+    /// The exit code of a printed answer; null: the answer's Result.
+    int (*exitCode)(const QJsonObject& answer) = nullptr;
 };
 
 /// The row of a dialog, or null for one that needs nothing beyond the records.
@@ -70,5 +75,8 @@ DialogRun FolderChooserRun();
 DialogRun NetworkBrowseRun();
 DialogRun NetworkAddRun();
 DialogRun ResourcePickerRun();
+DialogRun FolderSyncRun();
+DialogRun FtpSyncRun();
+DialogRun SyncConfirmRun();
 
 } // namespace fw::cli

@@ -81,6 +81,24 @@ constexpr std::array kOptions{
            "what frm_DialogNetworkBrowse lets the user pick: 0 a share (default), 1 a host, "
            "2 a domain"},
     Option{"no-search", nullptr, Setting::Extra, nullptr, "hide frm_DialogFile's search box"},
+    Option{"source", "DIR", Setting::Extra, nullptr,
+           "the first folder frm_DialogFileSync synchronises (a path or a location)"},
+    Option{"target", "DIR", Setting::Extra, nullptr,
+           "the second folder frm_DialogFileSync synchronises (a path or a location)"},
+    Option{"local", "DIR", Setting::Extra, nullptr,
+           "the local folder frm_InternetFTPSync synchronises with the server"},
+    Option{"remote", "URL", Setting::Extra, nullptr,
+           "the server folder of frm_InternetFTPSync: ftp://[user@]host[:port][/path]"},
+    Option{"password-file", "FILE", Setting::Extra, nullptr,
+           "the file whose first line is the FTP password (else FORMWERK_FTP_PASSWORD; none "
+           "needed for anonymous)"},
+    Option{"dry-run", nullptr, Setting::Extra, nullptr,
+           "plan and show the confirmation, but change nothing"},
+    Option{"yes", nullptr, Setting::Extra, nullptr,
+           "carry out the whole plan without the confirmation window"},
+    Option{"actions", "FILE", Setting::Extra, nullptr,
+           "the plan frm_DialogFileSyncConfirm and frm_InternetFTPConfirm show: a JSON object "
+           "of the lists DL, DR, DTL, DTR, MKL, MMR, UP and DOWN"},
     Option{"touch", nullptr, Setting::Touch, nullptr,
            "touch mode for this run: a click in a text box brings up the on-screen keyboard"},
     Option{"language", "de|en", Setting::Language, nullptr,
@@ -254,7 +272,7 @@ QString inapplicableOption(const std::vector<const Option*>& given, const QStrin
 
 bool TakesBytes(const QString& previous, const QString& arg)
 {
-    for (const char* name : {"file", "folder"}) {
+    for (const char* name : {"file", "folder", "source", "target", "local"}) {
         const QString dashed = QStringLiteral("--") + QLatin1String(name);
         if (previous == dashed || arg.startsWith(dashed + u'='))
             return true;

@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QKeySequence>
+#include <QPointer>
 #include <QTimer>
 #include <QWidget>
 
@@ -60,12 +61,14 @@ KeyTyper::KeyTyper(std::vector<QKeyCombination> keys, QString formName)
     : m_keys(std::move(keys)), m_formName(std::move(formName))
 {
     connect(&FormTracker::instance(), &FormTracker::modalShown, this, &KeyTyper::onModalShown);
+    m_timer.setSingleShot(true);
+    connect(&m_timer, &QTimer::timeout, this, &KeyTyper::step);
 }
 
 void KeyTyper::onModalShown(Form* form)
 {
     if (m_form || m_keys.empty())
-        return; // the first dialog only: forms it opens itself are the user's
+        return; // the first dialog only: forms it opens itself get keys through step
     if (!m_formName.isEmpty() && form->Name() != m_formName)
         return;
     TypeInto(*form);
@@ -77,31 +80,46 @@ void KeyTyper::TypeInto(Form& form)
         return;
     m_form = &form;
     // Queued: a modal form is announced before its event loop runs.
-    QTimer::singleShot(0, this, &KeyTyper::step);
+    m_timer.start(0);
+}
+
+// Where the next key goes: a question the dialog opened while the script runs
+// (a "Really?") takes the keys a person would type into it until it closes.
+QWidget* KeyTyper::keyWindow() const
+{
+    QWidget* modal = QApplication::activeModalWidget();
+    return modal && modal->isVisible() ? modal : m_form->window();
 }
 
 void KeyTyper::step()
 {
     if (!m_form || m_form->IsUnloaded() || m_next >= m_keys.size())
         return;
-    if (!m_form->HasPainted()) {
-        // Polled rather than hooked: the form's paint is its own business.
-        QTimer::singleShot(10, this, &KeyTyper::step);
+    QWidget* window = keyWindow();
+    const Form* owner = Form::fromWindow(window);
+    // Polled rather than hooked: a form's paint is its own business. A window
+    // whose key has not come back yet waits for the question that key opened.
+    if ((owner && !owner->HasPainted()) || m_sendingTo.contains(window)) {
+        m_timer.start(10);
         return;
     }
     const QKeyCombination combination = m_keys[m_next++];
-    QWidget* window = m_form->window();
-    QWidget* target = window->focusWidget() ? window->focusWidget() : window;
+    const QPointer<QWidget> target = window->focusWidget() ? window->focusWidget() : window;
     const QString text = textOf(combination);
+    // A key that opens a question comes back only when the question closes:
+    // meanwhile the timer goes on polling for it.
+    m_sendingTo.append(window);
+    m_timer.start(10);
     QKeyEvent press(QEvent::KeyPress, combination.key(), combination.keyboardModifiers(), text);
     QApplication::sendEvent(target, &press);
-    if (m_form->IsLoaded()) {
+    if (target && m_form->IsLoaded()) {
         QKeyEvent release(QEvent::KeyRelease, combination.key(), combination.keyboardModifiers(),
                           text);
         QApplication::sendEvent(target, &release);
     }
+    m_sendingTo.removeLast();
     // Let the key's consequences (focus moves, nested forms) happen before the next.
-    QTimer::singleShot(0, this, &KeyTyper::step);
+    m_timer.start(0);
 }
 
 } // namespace fw::cli

@@ -5,8 +5,10 @@
 // delivery, as a person's keys do.
 
 #include <QKeyCombination>
+#include <QList>
 #include <QObject>
 #include <QString>
+#include <QTimer>
 #include <vector>
 
 namespace fw {
@@ -25,7 +27,8 @@ struct KeyScript {
 /// ("Escape", "k", "Shift+F12", "Return").
 KeyScript ParseKeyScript(const QString& text);
 
-/// Types a script into the next form shown modally, once that form has painted;
+/// Types a script into the next form shown modally, once that form has painted,
+/// and into the questions it opens while they are open;
 /// with a form name, into the next modal form of that name (the dialog behind
 /// a veil that opens it).
 class KeyTyper : public QObject {
@@ -37,11 +40,15 @@ class KeyTyper : public QObject {
   private:
     void onModalShown(Form* form);
     void step();
+    QWidget* keyWindow() const;
 
     std::vector<QKeyCombination> m_keys;
     QString m_formName;
     std::size_t m_next = 0;
     Form* m_form = nullptr;
+    QTimer m_timer;
+    // The windows whose key is still being handled, innermost last.
+    QList<QWidget*> m_sendingTo;
 };
 
 } // namespace fw::cli

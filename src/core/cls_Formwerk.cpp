@@ -15,6 +15,8 @@
 #include "inspect/frm_DialogColor.h"
 #include "inspect/frm_DialogXMLInspector.h"
 #include "resources/frm_DialogFileResource.h"
+#include "sync/SyncConfirmForm.h"
+#include "sync/SyncProgressForm.h"
 #include "sync/frm_InternetFTPConsole.h"
 
 #include <QMessageBox>
@@ -42,12 +44,12 @@ const std::vector<Entry>& table()
 {
     static const std::vector<Entry> entries{
         {"frm_InternetFTPConsole", make<frm_InternetFTPConsole>()},
-        {"frm_InternetFTPConfirm", {}},
-        {"frm_InternetFTPSync", {}},
+        {"frm_InternetFTPConfirm", make<frm_InternetFTPConfirm>()},
+        {"frm_InternetFTPSync", make<frm_InternetFTPSync>()},
         {"frm_DialogFolder", make<frm_DialogFolder>()},
         {"frm_DialogMonitor", make<frm_DialogMonitor>()},
-        {"frm_DialogFileSync", {}},
-        {"frm_DialogFileSyncConfirm", {}},
+        {"frm_DialogFileSync", make<frm_DialogFileSync>()},
+        {"frm_DialogFileSyncConfirm", make<frm_DialogFileSyncConfirm>()},
         {"frm_DialogMessage", make<frm_DialogMessage>()},
         {"frm_DialogFile", make<frm_DialogFile>()},
         {"frm_DialogFileResource", make<frm_DialogFileResource>()},

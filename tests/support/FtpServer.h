@@ -1,8 +1,8 @@
 #pragma once
-// Loopback peers for the FTP console's tests: a real FTP server (Debian's
-// pyftpdlib in a child process, serving a folder to "anonymous" and to
-// "anna"/"geheim", well or in one of a few chosen ways badly), and ports where a connection is
-// refused or never answered.
+// Loopback peers for the FTP tests: a real FTP server (Debian's pyftpdlib in
+// a child process, serving a folder to "anonymous" and to "anna"/"geheim",
+// well or in one of a few chosen ways badly), and ports where a connection
+// is refused or never answered.
 
 #include <QProcess>
 #include <QTemporaryDir>

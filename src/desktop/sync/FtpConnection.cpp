@@ -55,6 +55,16 @@ std::string urlOf(const FtpAccount& account, const std::string& serverPath, bool
     return url;
 }
 
+// Commands for libcurl to send as they are; "*": a refusal is an answer, not
+// a failure of the call.
+curl_slist* quoted(const std::vector<std::string>& lines)
+{
+    curl_slist* list = nullptr;
+    for (const std::string& line : lines)
+        list = curl_slist_append(list, ("*" + line).c_str());
+    return list;
+}
+
 std::size_t appendListing(char* data, std::size_t size, std::size_t n, void* sink)
 {
     auto* out = static_cast<std::string*>(sink);
@@ -275,9 +285,7 @@ bool FtpConnection::Commands(const std::vector<std::string>& lines, std::vector<
 {
     Handle& h = *m_handle;
     h.prepare(m_account, m_timeoutSeconds, hostUrl(m_account) + "/", nullptr);
-    curl_slist* quote = nullptr;
-    for (const std::string& line : lines)
-        quote = curl_slist_append(quote, ("*" + line).c_str()); // "*": a refusal is an answer
+    curl_slist* quote = quoted(lines);
     curl_easy_setopt(h.curl, CURLOPT_QUOTE, quote);
     curl_easy_setopt(h.curl, CURLOPT_NOBODY, 1L);
     // No change of folder after the commands: it would cost a round trip,
@@ -316,6 +324,7 @@ bool FtpConnection::Listing(const std::string& folder, bool mlsd, std::string& t
 }
 
 bool FtpConnection::Upload(const std::string& source, const std::string& serverPath,
+                           const std::vector<std::string>& after, std::vector<FtpReply>& replies,
                            const SyncSignals& watch, std::string& error)
 {
     std::FILE* file = std::fopen(source.c_str(), "rb");
@@ -333,12 +342,20 @@ bool FtpConnection::Upload(const std::string& source, const std::string& serverP
     curl_easy_setopt(h.curl, CURLOPT_UPLOAD, 1L);
     curl_easy_setopt(h.curl, CURLOPT_INFILESIZE_LARGE, curl_off_t(info.st_size));
     curl_easy_setopt(h.curl, CURLOPT_READDATA, file); // read with fread, libcurl's default
+    curl_slist* postquote = quoted(after);
+    curl_easy_setopt(h.curl, CURLOPT_POSTQUOTE, postquote);
     const CURLcode code = h.perform();
+    curl_slist_free_all(postquote);
     std::fclose(file);
-    if (code == CURLE_OK)
-        return true;
-    error = h.describe(code, m_account, m_timeoutSeconds);
-    return false;
+    if (code != CURLE_OK) {
+        error = h.describe(code, m_account, m_timeoutSeconds);
+        return false;
+    }
+    if (!h.repliesTo(after, replies)) {
+        error = "Der Server hat nicht auf jeden Befehl geantwortet.";
+        return false;
+    }
+    return true;
 }
 
 bool FtpConnection::Download(const std::string& serverPath, std::FILE* file, std::int64_t offset,

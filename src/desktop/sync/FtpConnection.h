@@ -34,9 +34,12 @@ class FtpConnection {
     /// The listing of a server folder: MLSD lines, or LIST's.
     bool Listing(const std::string& folder, bool mlsd, std::string& text, const SyncSignals& watch,
                  std::string& error);
-    /// Stores the local file source under serverPath.
-    bool Upload(const std::string& source, const std::string& serverPath, const SyncSignals& watch,
-                std::string& error);
+    /// Stores the local file source under serverPath, then sends the
+    /// commands after (in the same call, a round trip saved) and gives their
+    /// replies as Commands does.
+    bool Upload(const std::string& source, const std::string& serverPath,
+                const std::vector<std::string>& after, std::vector<FtpReply>& replies,
+                const SyncSignals& watch, std::string& error);
     /// Appends serverPath from byte offset on to file; total is the whole
     /// size, for the progress. dropped: the connection broke, so a resume
     /// from the new end may finish the file.

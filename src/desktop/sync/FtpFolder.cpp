@@ -292,16 +292,25 @@ bool FtpFolder::RemoveTree(const std::string& path, std::string& error)
     return true;
 }
 
-// The size on the server tells whether the whole file arrived.
-bool FtpFolder::arrivedWhole(const std::string& source, const std::string& serverPath,
-                             std::string& error)
+// Size and time are asked and set on the temporary, in the upload's own
+// call: a rename keeps the time, and a wrong size never reaches the target.
+bool FtpFolder::upload(const std::string& source, const std::string& temporary, std::int64_t mtime,
+                       const SyncSignals& watch, std::string& error)
 {
     struct stat info {};
-    FtpReply size;
-    if (::stat(source.c_str(), &info) != 0 || !command("SIZE " + serverPath, size, error))
+    if (::stat(source.c_str(), &info) != 0) {
+        error = "Die Datei lässt sich nicht lesen: " + std::string(std::strerror(errno));
         return false;
+    }
+    std::vector<std::string> after{"SIZE " + temporary};
+    if (mtime > 0 && m_features.mfmt)
+        after.push_back("MFMT " + FormatFtpTime(mtime) + " " + temporary);
+    std::vector<FtpReply> replies;
+    if (!m_connection->Upload(source, temporary, after, replies, watch, error))
+        return false;
+    const FtpReply& size = replies.front();
     if (size.code == 213 && firstLine(size.text).substr(4) == std::to_string(info.st_size))
-        return true;
+        return true; // a refused MFMT leaves the server's time, which Stat then tells
     error = "Auf dem Server kam nicht die ganze Datei an (" + firstLine(size.text) + ").";
     return false;
 }
@@ -331,20 +340,12 @@ bool FtpFolder::Put(const std::string& source, const std::string& path, std::int
         return false;
     const std::string temporary = serverPath(temporaryName(path));
     const std::string target = serverPath(path);
-    if (!m_connection->Upload(source, temporary, watch, error) ||
-        !arrivedWhole(source, temporary, error) || !rename(temporary, target, error)) {
-        FtpReply ignored;
-        std::string alsoFailed;
-        command("DELE " + temporary, ignored, alsoFailed);
-        return false;
-    }
-    if (mtime > 0 && m_features.mfmt) {
-        // A refusal leaves the server's time, which Stat then tells.
-        FtpReply ignored;
-        command("MFMT " + FormatFtpTime(mtime) + " " + target, ignored, error);
-    }
-    error.clear();
-    return true;
+    if (upload(source, temporary, mtime, watch, error) && rename(temporary, target, error))
+        return true;
+    FtpReply ignored;
+    std::string alsoFailed;
+    command("DELE " + temporary, ignored, alsoFailed);
+    return false;
 }
 
 bool FtpFolder::Get(const SyncItem& expected, const std::string& target, const SyncSignals& watch,

@@ -59,7 +59,8 @@ class FtpFolder : public SyncSide {
                     std::string& error,
                     const std::function<void(const std::string&, const std::string&)>& skipped);
     bool fillTimes(std::vector<SyncItem>& items, std::string& error);
-    bool arrivedWhole(const std::string& source, const std::string& serverPath, std::string& error);
+    bool upload(const std::string& source, const std::string& temporary, std::int64_t mtime,
+                const SyncSignals& watch, std::string& error);
     bool rename(const std::string& from, const std::string& to, std::string& error);
     /// Runs the commands in order; replies holds one reply per command.
     bool commands(const std::vector<std::string>& lines, std::vector<FtpReply>& replies,

@@ -76,6 +76,13 @@ bool moveToTrash(const std::string& path, std::string& error)
     return true;
 }
 
+// A side whose root is a volume's top folder holds that volume's trash, where
+// its own deletions go: synchronising it would copy the deleted files back.
+bool isVolumeTrash(const std::string& name)
+{
+    return name == ".Trash" || name.starts_with(".Trash-");
+}
+
 class LocalFolder final : public SyncSide {
   public:
     LocalFolder(std::string root, bool deleteForGood)
@@ -193,7 +200,8 @@ class LocalFolder final : public SyncSide {
             if (!entry)
                 break;
             const std::string name = entry->d_name;
-            if (name == "." || name == ".." || IsSyncTemporary(name))
+            if (name == "." || name == ".." || IsSyncTemporary(name) ||
+                (prefix.empty() && isVolumeTrash(name)))
                 continue;
             const std::string path = prefix + name;
             struct stat info {};

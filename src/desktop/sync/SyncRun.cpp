@@ -143,7 +143,8 @@ class Run {
     bool placesFit()
     {
         const std::string one = side(1).Describe(), two = side(2).Describe();
-        const char* reason = one == two ? "Beide Pfade sind derselbe Ordner"
+        const char* reason = !side(1).LocalPath("") ? "Pfad 1 ist kein Ordner auf diesem Rechner"
+                             : one == two           ? "Beide Pfade sind derselbe Ordner"
                              : liesInside(one, two) || liesInside(two, one)
                                  ? "Ein Pfad liegt im anderen"
                                  : nullptr;
@@ -269,18 +270,22 @@ class Run {
         return found == index.end() ? nullptr : found->second;
     }
 
-    // The entry must still be as listed (or still absent), so that nothing a
-    // user changed meanwhile is overwritten or deleted.
+    // The entry must still be as listed, so that nothing a user changed
+    // meanwhile is overwritten or deleted. That a new entry is still absent is
+    // asked of local sides only: on a server it would cost a call per file.
     bool stillAsListed(int n, const std::string& path, std::string& reason)
     {
         SyncItem now;
         const SyncItem* then = listed(n, path);
-        std::string ignored;
-        const bool exists = side(n).Stat(path, now, then ? reason : ignored);
-        if (then && !exists)
+        if (!then) {
+            std::string ignored;
+            if (!side(n).LocalPath(path) || !side(n).Stat(path, now, ignored))
+                return true;
+        } else if (!side(n).Stat(path, now, reason)) {
             return false;
-        if (then ? sameEntry(now, *then) : !exists)
+        } else if (sameEntry(now, *then)) {
             return true;
+        }
         reason = "Geändert seit der Auflistung";
         return false;
     }

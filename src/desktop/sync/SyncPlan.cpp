@@ -31,6 +31,8 @@ bool liesBelow(std::string_view path, std::string_view folder)
 
 bool atOrBelowAny(std::string_view path, const std::set<std::string>& folders)
 {
+    if (folders.empty())
+        return false; // the usual case, without a lookup per ancestor
     for (;;) {
         if (folders.count(std::string(path)))
             return true;

@@ -342,6 +342,9 @@ bool FtpConnection::Upload(const std::string& source, const std::string& serverP
     curl_easy_setopt(h.curl, CURLOPT_UPLOAD, 1L);
     curl_easy_setopt(h.curl, CURLOPT_INFILESIZE_LARGE, curl_off_t(info.st_size));
     curl_easy_setopt(h.curl, CURLOPT_READDATA, file); // read with fread, libcurl's default
+    // STOR with the whole path, as the commands around it name theirs: a CWD
+    // there and back again per file cost two of an upload's nine round trips.
+    curl_easy_setopt(h.curl, CURLOPT_FTP_FILEMETHOD, long(CURLFTPMETHOD_NOCWD));
     curl_slist* postquote = quoted(after);
     curl_easy_setopt(h.curl, CURLOPT_POSTQUOTE, postquote);
     const CURLcode code = h.perform();

@@ -18,6 +18,7 @@
 // changes, confirm, carry out, write the protocol) of its best run.
 #include "BenchSupport.h"
 #include "desktop/DesktopFiles.h"
+#include "desktop/DesktopFtpSync.h"
 #include "host/SyncJob.h"
 
 #include <QApplication>
@@ -416,7 +417,18 @@ void benchFtp(const std::vector<DataSet*>& sets, const fs::path& scratch, const 
                         QString::fromStdString(command), QStringLiteral("127.0.0.1")});
     };
     Contender engine{QStringLiteral("formwerk"), served / "formwerk", false, {}};
-    engine.run = [&](const DataSet&, int) { return Timing{}; };
+    engine.run = [&](const DataSet& set, int round) {
+        fw::desktop::FtpAccount account;
+        account.host = "127.0.0.1";
+        account.port = server.Port();
+        account.user = "anna";
+        account.password = "geheim";
+        account.path = "/formwerk/Runde " + std::to_string(round);
+        const auto ftp = fw::desktop::MakeFtpSync(account);
+        return engineRun([&](fw::SyncProgress& window, fw::SyncJob& job) {
+            return ftp->synchronise(set.root.string(), "", window, job);
+        });
+    };
     Out() << "\nFolder to FTP server (pyftpdlib on loopback), best of " << options.runs << ":\n";
     printHeader(QStringLiteral("lftp mirror"));
     for (const DataSet* set : sets)

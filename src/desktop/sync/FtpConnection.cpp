@@ -8,6 +8,7 @@
 #include <chrono>
 #include <cstring>
 #include <mutex>
+#include <sys/select.h>
 #include <sys/stat.h>
 
 namespace fw::desktop::sync {
@@ -91,12 +92,52 @@ struct FtpConnection::Handle {
     bool stalled = false;
     char errorText[CURL_ERROR_SIZE] = {};
 
+    /// Holds the kept connection between calls.
+    CURLM* multi = nullptr;
+
     Handle()
     {
         initialiseCurl();
         curl = curl_easy_init();
+        multi = curl_multi_init();
     }
-    ~Handle() { curl_easy_cleanup(curl); }
+    ~Handle()
+    {
+        curl_easy_cleanup(curl);
+        curl_multi_cleanup(multi);
+    }
+
+    /// One call, as curl_easy_perform would make it. Debian's libcurl 7.88
+    /// sometimes has no socket to wait on right after a passive-mode reply
+    /// that arrived at once, and its own loop then sleeps a full second
+    /// before it opens the data connection: half the uploads of small files
+    /// to a loopback server waited so. Here such a pause lasts a millisecond.
+    CURLcode perform()
+    {
+        if (curl_multi_add_handle(multi, curl) != CURLM_OK)
+            return CURLE_FAILED_INIT;
+        int running = 1;
+        CURLMcode status = curl_multi_perform(multi, &running);
+        while (status == CURLM_OK && running > 0) {
+            fd_set read, write, except;
+            FD_ZERO(&read);
+            FD_ZERO(&write);
+            FD_ZERO(&except);
+            int highest = -1;
+            curl_multi_fdset(multi, &read, &write, &except, &highest);
+            // libcurl shortens the wait to its own timers.
+            status = curl_multi_poll(multi, nullptr, 0, highest < 0 ? 1 : 1000, nullptr);
+            if (status == CURLM_OK)
+                status = curl_multi_perform(multi, &running);
+        }
+        CURLcode result = status == CURLM_OK ? CURLE_OK : CURLE_OUT_OF_MEMORY;
+        int left = 0;
+        while (const CURLMsg* message = curl_multi_info_read(multi, &left))
+            if (message->msg == CURLMSG_DONE && message->easy_handle == curl)
+                result = message->data.result;
+        curl_multi_remove_handle(multi, curl);
+        return result;
+    }
 
     static int trace(CURL*, curl_infotype kind, char* data, std::size_t size, void* self)
     {
@@ -334,6 +375,9 @@ bool FtpConnection::Upload(const std::string& source, const std::string& serverP
     curl_easy_setopt(h.curl, CURLOPT_UPLOAD, 1L);
     curl_easy_setopt(h.curl, CURLOPT_INFILESIZE_LARGE, curl_off_t(info.st_size));
     curl_easy_setopt(h.curl, CURLOPT_READDATA, file); // read with fread, libcurl's default
+    // STOR with the whole path, as the commands around it name theirs: a CWD
+    // there and back again per file cost two of an upload's nine round trips.
+    curl_easy_setopt(h.curl, CURLOPT_FTP_FILEMETHOD, long(CURLFTPMETHOD_NOCWD));
     curl_slist* postquote = quoted(after);
     curl_easy_setopt(h.curl, CURLOPT_POSTQUOTE, postquote);
     const CURLcode code = h.perform();

@@ -161,9 +161,10 @@ TEST_F(SyncAtScale, SparseFileOfTwoGigabytesArrivesWithItsSizeAndContent)
     const int out = ::open((source / "Abbild.img").c_str(), O_CREAT | O_WRONLY, 0644);
     ASSERT_GE(out, 0);
     ASSERT_EQ(::ftruncate(out, size), 0);
-    for (const auto& [offset, text] : marks)
+    for (const auto& [offset, text] : marks) {
         if (text[0] != '\0')
             ASSERT_EQ(::pwrite(out, text.data(), text.size(), offset), ssize_t(text.size()));
+    }
     ::close(out);
 
     RecordingProgress window;

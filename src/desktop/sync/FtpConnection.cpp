@@ -112,7 +112,7 @@ struct FtpConnection::Handle {
     /// that arrived at once, and its own loop then sleeps a full second
     /// before it opens the data connection: half the uploads of small files
     /// to a loopback server waited so. Here such a pause lasts a millisecond.
-    CURLcode perform()
+    CURLcode performOnMulti()
     {
         if (curl_multi_add_handle(multi, curl) != CURLM_OK)
             return CURLE_FAILED_INIT;
@@ -191,7 +191,7 @@ struct FtpConnection::Handle {
     CURLcode perform()
     {
         lastMove = std::chrono::steady_clock::now();
-        const CURLcode code = curl_easy_perform(curl);
+        const CURLcode code = performOnMulti();
         return code == CURLE_ABORTED_BY_CALLBACK && stalled ? CURLE_OPERATION_TIMEDOUT : code;
     }
 

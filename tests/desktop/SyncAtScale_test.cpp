@@ -162,8 +162,9 @@ TEST_F(SyncAtScale, SparseFileOfTwoGigabytesArrivesWithItsSizeAndContent)
     ASSERT_GE(out, 0);
     ASSERT_EQ(::ftruncate(out, size), 0);
     for (const auto& [offset, text] : marks) {
-        if (text[0] != '\0')
+        if (text[0] != '\0') {
             ASSERT_EQ(::pwrite(out, text.data(), text.size(), offset), ssize_t(text.size()));
+        }
     }
     ::close(out);
 

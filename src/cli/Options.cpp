@@ -96,6 +96,12 @@ constexpr std::array kOptions{
            "plan and show the confirmation, but change nothing"},
     Option{"yes", nullptr, Setting::Extra, nullptr,
            "carry out the whole plan without the confirmation window"},
+    Option{"delete-for-good", nullptr, Setting::Extra, nullptr,
+           "a synchronisation deletes local files for good instead of moving them into the "
+           "desktop's trash"},
+    Option{"keep-both", nullptr, Setting::Extra, nullptr,
+           "a file changed on both sides since the last synchronisation also gets the other "
+           "side's copy beside it, named \"Name (Konflikt DATE TIME).ext\", on both sides"},
     Option{"actions", "FILE", Setting::Extra, nullptr,
            "the plan frm_DialogFileSyncConfirm and frm_InternetFTPConfirm show: a JSON object "
            "of the lists DL, DR, DTL, DTR, MKL, MMR, UP and DOWN"},

@@ -43,10 +43,21 @@ Outcome needOne(const Invocation& inv, const QString& option, QString& value)
     return {};
 }
 
+// The options both runs read beside their places.
+const QStringList& jobOptions()
+{
+    static const QStringList options{QStringLiteral("dry-run"), QStringLiteral("yes"),
+                                     QStringLiteral("delete-for-good"),
+                                     QStringLiteral("keep-both")};
+    return options;
+}
+
 void takeJobOptions(const Invocation& inv, SyncProgressForm& form)
 {
     form.Job.DryRun = inv.hasExtra(QStringLiteral("dry-run"));
     form.Job.ConfirmAll = inv.hasExtra(QStringLiteral("yes"));
+    form.Job.DeleteForGood = inv.hasExtra(QStringLiteral("delete-for-good"));
+    form.Job.KeepBothOnConflict = inv.hasExtra(QStringLiteral("keep-both"));
     // A picture is taken at the end of a run that nobody answers: it plans
     // and lists, but neither asks nor changes anything.
     if (!inv.screenshot.isEmpty()) {
@@ -211,34 +222,30 @@ void answerPlan(Form& form, const DialogContext&, QJsonObject& answer)
     }
 }
 
+// Keys answer the plan's confirmation; the progress window takes none.
+DialogRun syncRun(QStringList places, Outcome (*prepare)(Form&, const Invocation&, DialogContext&),
+                  const QString& confirmation)
+{
+    DialogRun run{places + jobOptions(), prepare, nullptr, answerCounts};
+    run.exitCode = exitOfCounts;
+    run.unattended = confirmsItself;
+    run.keysFor = confirmation;
+    return run;
+}
+
 } // namespace
 
 DialogRun FolderSyncRun()
 {
-    DialogRun run{{QStringLiteral("source"), QStringLiteral("target"), QStringLiteral("dry-run"),
-                   QStringLiteral("yes")},
-                  prepareFolders,
-                  nullptr,
-                  answerCounts};
-    run.exitCode = exitOfCounts;
-    run.unattended = confirmsItself;
-    // Keys answer the plan's confirmation; the progress window takes none.
-    run.keysFor = QStringLiteral("frm_DialogFileSyncConfirm");
-    return run;
+    return syncRun({QStringLiteral("source"), QStringLiteral("target")}, prepareFolders,
+                   QStringLiteral("frm_DialogFileSyncConfirm"));
 }
 
 DialogRun FtpSyncRun()
 {
-    DialogRun run{{QStringLiteral("local"), QStringLiteral("remote"),
-                   QStringLiteral("password-file"), QStringLiteral("dry-run"),
-                   QStringLiteral("yes")},
-                  prepareFtp,
-                  nullptr,
-                  answerCounts};
-    run.exitCode = exitOfCounts;
-    run.unattended = confirmsItself;
-    run.keysFor = QStringLiteral("frm_InternetFTPConfirm");
-    return run;
+    return syncRun(
+        {QStringLiteral("local"), QStringLiteral("remote"), QStringLiteral("password-file")},
+        prepareFtp, QStringLiteral("frm_InternetFTPConfirm"));
 }
 
 DialogRun SyncConfirmRun()

@@ -227,6 +227,18 @@ TEST_F(SyncRun, UncheckedDeclinedAndDryRunsChangeOnlyWhatWasConfirmed)
     EXPECT_EQ(Sync(later), SyncFinished);
     EXPECT_EQ(later.shown->Total(), 1) << "what was left out is asked again";
     EXPECT_EQ(later.shown->UP, StringList{"b.txt"});
+
+    // Leaving out a folder leaves out what was to go into it, without errors.
+    ASSERT_EQ(::mkdir((one + "/Neu").c_str(), 0755), 0);
+    ASSERT_EQ(::mkdir((one + "/Neu/Tief").c_str(), 0755), 0);
+    Put(one + "/Neu/c.txt", "c"), Put(one + "/Neu/Tief/d.txt", "d");
+    Window folderOut;
+    folderOut.answer = [](SyncActions& actions) { return actions.MMR.RemoveValue("Neu") == 1; };
+    EXPECT_EQ(Sync(folderOut), SyncFinished);
+    EXPECT_EQ(job.Errors, 0) << folderOut.errors.front();
+    EXPECT_EQ(job.Done, 0);
+    EXPECT_EQ(job.Skipped, 4) << "Neu, Neu\\Tief and the two files in them";
+    EXPECT_FALSE(exists(two + "/Neu"));
 }
 
 TEST_F(SyncRun, CancelMidCopyLeavesNoHalfFileAndNoTemporary)

@@ -6,6 +6,7 @@
 #include "desktop/sync/SyncProtocol.h"
 
 #include <QDateTime>
+#include <algorithm>
 #include <set>
 #include <unordered_map>
 #include <unordered_set>
@@ -15,6 +16,12 @@ namespace fw::desktop::sync {
 namespace {
 
 enum Task { ListSide1 = 1, ListSide2, FindChanges, ConfirmActions, CarryOut, WriteProtocol };
+
+// "1 Eintrag", "3 Einträge".
+std::string counted(std::size_t count, const char* one, const char* many)
+{
+    return std::to_string(count) + ' ' + (count == 1 ? one : many);
+}
 
 // How each kind of action is carried out and named, in the order of the run:
 // folders first, so that copies find them, and deletions last, so that a
@@ -188,7 +195,8 @@ class Run {
             error("Auflisten nicht möglich", side(n).Describe(), reason);
             return SyncFailed;
         }
-        m_window.LOG(std::to_string((n == 1 ? m_tree1 : m_tree2).size()) + " Einträge gefunden.");
+        m_window.LOG(counted((n == 1 ? m_tree1 : m_tree2).size(), "Eintrag", "Einträge") +
+                     " gefunden.");
         return std::nullopt;
     }
 
@@ -214,8 +222,8 @@ class Run {
             m_window.LOGERROR("Konflikt", toLocation(conflict.path), conflict.reason);
             ++m_job.Conflicts;
         }
-        m_window.LOG(std::to_string(planned()) + " Aktionen geplant, " +
-                     std::to_string(m_plan.conflicts.size()) + " Konflikte.");
+        m_window.LOG(counted(planned(), "Aktion", "Aktionen") + " geplant, " +
+                     counted(m_plan.conflicts.size(), "Konflikt", "Konflikte") + ".");
     }
 
     int planned()
@@ -245,19 +253,47 @@ class Run {
             m_job.Skipped += total;
             return false;
         }
+        std::vector<std::string> unmade[3]; // by side: folders the user left out
         for (const Kind& kind : Kinds) {
             const auto& kept = actions.ByKey(kind.key)->items();
             const std::unordered_set<std::string> confirmed(kept.begin(), kept.end());
-            auto& paths = listOf(m_plan, kind.key);
-            std::erase_if(paths, [&](const std::string& path) {
+            leaveOut(kind, [&](const std::string& path) {
                 if (confirmed.count(toLocation(path)))
                     return false;
-                m_notDone.push_back(path);
-                ++m_job.Skipped;
+                if (kind.act == Act::Make)
+                    unmade[kind.side].push_back(path + '/');
                 return true;
             });
         }
+        // What lies in a folder whose making was left out has nowhere to go:
+        // it is left out too rather than failing entry by entry.
+        const int before = m_job.Skipped;
+        for (const Kind& kind : Kinds) {
+            if (kind.act != Act::Make && kind.act != Act::Copy)
+                continue;
+            leaveOut(kind, [&](const std::string& path) {
+                return std::any_of(
+                    unmade[kind.side].begin(), unmade[kind.side].end(),
+                    [&](const std::string& folder) { return path.starts_with(folder); });
+            });
+        }
+        if (m_job.Skipped > before)
+            m_window.LOG(std::to_string(m_job.Skipped - before) +
+                         " Aktionen in abgewählten Ordnern werden nicht ausgeführt.");
         return true;
+    }
+
+    // Takes the paths of a kind that the test picks out of the plan; they
+    // count as skipped and keep their old protocol entries.
+    template <class Test> void leaveOut(const Kind& kind, Test&& test)
+    {
+        std::erase_if(listOf(m_plan, kind.key), [&](const std::string& path) {
+            if (!test(path))
+                return false;
+            m_notDone.push_back(path);
+            ++m_job.Skipped;
+            return true;
+        });
     }
 
     const SyncItem* listed(int n, const std::string& path)

@@ -12,6 +12,7 @@
 #include <QMouseEvent>
 #include <QStackedWidget>
 #include <QStyledItemDelegate>
+#include <QToolTip>
 #include <QTreeView>
 #include <utility>
 
@@ -67,6 +68,25 @@ template <class View> class ListWidget : public View {
     {
         View::focusOutEvent(event);
         m_list.raise(m_list.LostFocus);
+    }
+    // A cell too narrow for its text shows it shortened; pointing at it shows
+    // the whole text (an error's reason, a long path).
+    bool viewportEvent(QEvent* event) override
+    {
+        if (event->type() != QEvent::ToolTip)
+            return View::viewportEvent(event);
+        const auto* help = static_cast<QHelpEvent*>(event);
+        const QModelIndex index = this->indexAt(help->pos());
+        const QString text = index.data(Qt::DisplayRole).toString();
+        const QRect cell = this->visualRect(index);
+        QStyleOptionViewItem option;
+        this->initViewItemOption(&option);
+        if (!text.isEmpty() &&
+            this->itemDelegateForIndex(index)->sizeHint(option, index).width() > cell.width())
+            QToolTip::showText(help->globalPos(), text, this->viewport(), cell);
+        else
+            QToolTip::hideText();
+        return true;
     }
 
   private:

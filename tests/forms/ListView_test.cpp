@@ -11,6 +11,7 @@
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QTest>
+#include <QToolTip>
 #include <gtest/gtest.h>
 
 using namespace fw;
@@ -242,6 +243,20 @@ TEST_F(ListViewTest, LongAndOddNamesShowWholeOnOneLineInTheListViews)
     const QModelIndex odd = shownModel()->index(items.Count() - 1, 0);
     EXPECT_EQ(odd.data().toString(), QString("zwei") + QChar(0x2424) + "zeilen.txt");
     EXPECT_EQ(items.Item(items.Count()).Text(), "zwei\nzeilen.txt");
+
+    // In the details the name column is too narrow for the long name, which
+    // shows shortened: pointing at it shows the whole name, at a short one nothing.
+    form.lst->SetView(lvwReport);
+    form.window()->show();
+    ProcessEvents();
+    const auto tipAt = [&](const char* name) {
+        const QPoint at = form.lst->ItemRect(row(name)).topLeft() + QPoint(5, 3);
+        QHelpEvent help(QEvent::ToolTip, at, form.lst->viewport()->mapToGlobal(at));
+        QApplication::sendEvent(form.lst->viewport(), &help);
+        return QToolTip::isVisible() ? QToolTip::text() : QString();
+    };
+    EXPECT_EQ(tipAt("Anna"), QString());
+    EXPECT_EQ(tipAt("Ein recht langer Dateiname.txt"), longName);
 }
 
 TEST_F(ListViewTest, KeysMayRepeatAndNothingIsDropped)

@@ -75,6 +75,8 @@ class FtpSync final : public FtpObject {
     std::int32_t synchronise(const std::string& local, const std::string& remote,
                              SyncProgress& window, SyncJob& job) override
     {
+        // A cancel belongs to the run it stopped, not to the next on this object.
+        m_cancel = false;
         std::string error;
         auto side1 = sync::MakeLocalFolder(local, job, error);
         if (!side1) {

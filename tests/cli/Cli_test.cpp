@@ -18,6 +18,7 @@
 namespace {
 
 using fw::Form;
+using fw::testing::CliFilesTest;
 using fw::testing::ModalDriver;
 
 using Outcome = fw::testing::Ran;

@@ -1,5 +1,6 @@
 #include "desktop/DesktopFtpSync.h"
 
+#include "desktop/PercentDecoding.h"
 #include "desktop/sync/FtpFolder.h"
 #include "desktop/sync/SyncRun.h"
 
@@ -9,40 +10,19 @@ namespace fw::desktop {
 
 namespace {
 
-int hexValue(char c)
-{
-    if (c >= '0' && c <= '9')
-        return c - '0';
-    if (c >= 'a' && c <= 'f')
-        return c - 'a' + 10;
-    if (c >= 'A' && c <= 'F')
-        return c - 'A' + 10;
-    return -1;
-}
-
 // Percent escapes decoded; a broken escape, NUL, CR or LF (which would end an
 // FTP command early) make the text unusable.
 std::optional<std::string> decoded(std::string_view text, const char* what, std::string& error)
 {
-    std::string out;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        char c = text[i];
-        if (c == '%') {
-            const int high = i + 1 < text.size() ? hexValue(text[i + 1]) : -1;
-            const int low = i + 2 < text.size() ? hexValue(text[i + 2]) : -1;
-            if (high < 0 || low < 0) {
-                error = std::string("Ungültige %-Folge in ") + what + ".";
-                return std::nullopt;
-            }
-            c = char(high * 16 + low);
-            i += 2;
-        }
-        if (c == '\0' || c == '\r' || c == '\n') {
-            error =
-                std::string("Ein Steuerzeichen in ") + what + " lässt sich über FTP nicht senden.";
-            return std::nullopt;
-        }
-        out += c;
+    bool broken = false;
+    std::string out = PercentDecoded(text, &broken);
+    if (broken) {
+        error = std::string("Ungültige %-Folge in ") + what + ".";
+        return std::nullopt;
+    }
+    if (out.find_first_of(std::string_view("\0\r\n", 3)) != std::string::npos) {
+        error = std::string("Ein Steuerzeichen in ") + what + " lässt sich über FTP nicht senden.";
+        return std::nullopt;
     }
     return out;
 }

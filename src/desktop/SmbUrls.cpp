@@ -1,6 +1,7 @@
 #include "desktop/SmbUrls.h"
 
 #include "desktop/LocationPaths.h"
+#include "desktop/PercentDecoding.h"
 
 #include <charconv>
 #include <vector>
@@ -69,33 +70,6 @@ std::string percentEncoded(std::string_view bytes)
             out += '%';
             out += hex[c >> 4];
             out += hex[c & 15];
-        }
-    }
-    return out;
-}
-
-int hexValue(char c)
-{
-    if (c >= '0' && c <= '9')
-        return c - '0';
-    if (c >= 'a' && c <= 'f')
-        return c - 'a' + 10;
-    if (c >= 'A' && c <= 'F')
-        return c - 'A' + 10;
-    return -1;
-}
-
-// A "%" that starts no escape stands for itself, as a typed URL may hold one.
-std::string percentDecoded(std::string_view text)
-{
-    std::string out;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] == '%' && i + 2 < text.size() && hexValue(text[i + 1]) >= 0 &&
-            hexValue(text[i + 2]) >= 0) {
-            out += static_cast<char>(hexValue(text[i + 1]) * 16 + hexValue(text[i + 2]));
-            i += 2;
-        } else {
-            out += text[i];
         }
     }
     return out;
@@ -185,7 +159,7 @@ std::optional<std::string> SmbUrlToUnc(std::string_view url)
     for (std::size_t i = 0; i < names.size(); ++i) {
         if (names[i].empty() && i + 1 < names.size())
             continue; // "smb://host//share" means what one "/" means
-        below += NameToLocation(percentDecoded(names[i]));
+        below += NameToLocation(PercentDecoded(names[i]));
         if (i + 1 < names.size())
             below += '\\';
     }

@@ -4,10 +4,12 @@
 
 #include "cli/Cli.h"
 
+#include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
 #include <QProcessEnvironment>
+#include <QTemporaryDir>
 #include <QTextStream>
 #include <gtest/gtest.h>
 
@@ -71,5 +73,18 @@ inline Ran answerProgram(const QStringList& args, const QString& keys, const QBy
     env.insert("FORMWERK_SCRIPT_KEYS", keys);
     return startProgram(args, env, input, keepInputOpen);
 }
+
+// A test whose input files live in a temporary folder of its own.
+class CliFilesTest : public ::testing::Test {
+  protected:
+    QString writeFile(const QString& name, const QByteArray& bytes)
+    {
+        QFile file(dir.filePath(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(bytes);
+        return file.fileName();
+    }
+    QTemporaryDir dir;
+};
 
 } // namespace fw::testing

@@ -18,6 +18,7 @@
 namespace {
 
 using fw::Form;
+using fw::testing::CliFilesTest;
 using fw::testing::ModalDriver;
 
 using Outcome = fw::testing::Ran;
@@ -40,20 +41,9 @@ bool anyWindowVisible()
     return false;
 }
 
-class CliTest : public ::testing::Test {
+class CliTest : public CliFilesTest {
   protected:
     void TearDown() override { EXPECT_FALSE(anyWindowVisible()) << "a window outlived the run"; }
-
-    QString writeFile(const QString& name, const QByteArray& bytes)
-    {
-        const QString path = m_dir.filePath(name);
-        QFile file(path);
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(bytes);
-        return path;
-    }
-
-    QTemporaryDir m_dir;
     ModalDriver m_driver;
 };
 
@@ -123,7 +113,7 @@ TEST_F(CliTest, LanguageOptionHoldsForTheRunOnly)
 
 TEST_F(CliTest, ScreenshotSavesThePaintedDialogWithoutAnAnswer)
 {
-    const QString png = m_dir.filePath("dialog.png");
+    const QString png = dir.filePath("dialog.png");
     const Outcome o =
         run({"frm_DialogMessage", "--flags", "3", "--title", "Speichern: Geändert", "--text",
              "Sollen die Änderungen gespeichert werden?", "--screenshot", png});
@@ -219,8 +209,8 @@ TEST_F(CliTest, BadInputIsRefusedWithOneLineAndNoDialog)
         // Only the two-field input unpacks pairs; elsewhere they would show packed.
         {65, "request: Texts.DefaultText must be a string", {"frm_DialogInput", "--request", pair}},
         {65, "request: Texts.Description must be a string", {msg, "--request", prompts}},
-        {66, "cannot read request file", {msg, "--request", m_dir.filePath("none.json")}},
-        {73, "cannot write screenshot", {msg, "--screenshot", m_dir.filePath("no/such/x.png")}},
+        {66, "cannot read request file", {msg, "--request", dir.filePath("none.json")}},
+        {73, "cannot write screenshot", {msg, "--screenshot", dir.filePath("no/such/x.png")}},
         {64, "--timeout needs a number of seconds", {msg, "--timeout", "bald"}},
         {64, "--timeout needs a number of seconds", {msg, "--timeout", "-1"}},
         // Endless inputs are cut off at the limit instead of filling the memory.

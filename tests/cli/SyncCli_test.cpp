@@ -8,23 +8,12 @@
 #include <QFile>
 #include <QImage>
 #include <QJsonArray>
-#include <QTemporaryDir>
 
 namespace {
 
 using namespace fw::testing;
 
-class SyncCli : public ::testing::Test {
-  protected:
-    QString writeFile(const QString& name, const QByteArray& data)
-    {
-        QFile file(dir.filePath(name));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(data);
-        return file.fileName();
-    }
-    QTemporaryDir dir;
-};
+class SyncCli : public CliFilesTest {};
 
 TEST_F(SyncCli, ConfirmationPrintsTheListsThatRemain)
 {

@@ -4,24 +4,14 @@
 #include "forms/testing/ModalDriver.h"
 #include "forms/testing/UserInput.h"
 
-#include <QFile>
 #include <QImage>
-#include <QTemporaryDir>
 
 namespace {
 
 using namespace fw::testing;
 
-class XmlInspectorCli : public ::testing::Test {
+class XmlInspectorCli : public CliFilesTest {
   protected:
-    QString writeFile(const QString& name, const QByteArray& data)
-    {
-        QFile file(dir.filePath(name));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(data);
-        return file.fileName();
-    }
-    QTemporaryDir dir;
     ModalDriver driver;
 };
 

@@ -7,6 +7,7 @@
 #include "desktop/sync/FtpListing.h"
 #include "host/HostObjects.h"
 #include "support/FtpServer.h"
+#include "support/RecordingSyncWindow.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -273,21 +274,6 @@ TEST(FtpFolderTest, CancelDuringALargeTransferEndsWithinASecondAndLeavesNothing)
     EXPECT_EQ(namesBelow(local.path()), QStringList{"gross.bin"});
 }
 
-// The window as the host's synchronisation sees it, confirming every plan.
-struct Window : fw::SyncProgress {
-    std::shared_ptr<fw::FtpObject> ftp;
-    std::vector<std::string> errors;
-    void SHOWTASK(std::int32_t) override {}
-    void LOG(const std::string&) override {}
-    void PROGRESS(std::int32_t, std::int32_t) override {}
-    void LOGERROR(const std::string& a, const std::string& b, const std::string& c) override
-    {
-        errors.push_back(a + " | " + b + " | " + c);
-    }
-    bool Cancelled() const override { return ftp->Cancel(); }
-    bool Confirm(fw::SyncActions&) override { return true; }
-};
-
 TEST(FtpFolderTest, TheFtpObjectSynchronisesBothWaysAndAnswersConsoleCommands)
 {
     auto s = serve();
@@ -297,23 +283,23 @@ TEST(FtpFolderTest, TheFtpObjectSynchronisesBothWaysAndAnswersConsoleCommands)
     ASSERT_EQ(::mkdir((here + "/Ordner").c_str(), 0755), 0);
     writeFile(here + "/Ordner/hoch.txt", "von hier");
     writeFile(s->at("runter.txt"), "von dort", kTime + 60);
-    Window window;
-    window.ftp =
+    fw::testing::RecordingSyncWindow window;
+    const auto ftp =
         fw::desktop::MakeFtpSync({"127.0.0.1", s->server->Port(), "anna", "geheim", "/"}, 5);
     window.ftp->SetCancel(true); // left over from a run cancelled earlier
     for (const int run : {1, 2}) {
         SCOPED_TRACE(run);
         fw::SyncJob job;
         job.DeleteForGood = true;
-        EXPECT_EQ(window.ftp->synchronise(here, "", window, job), fw::SyncFinished);
+        EXPECT_EQ(ftp->synchronise(here, "", window, job), fw::SyncFinished);
         EXPECT_EQ(window.errors, std::vector<std::string>());
         EXPECT_EQ(job.Done, run == 1 ? 3 : 0); // a second run finds nothing to do
         EXPECT_EQ(readFile(s->at("Ordner/hoch.txt")), "von hier");
         EXPECT_EQ(readFile(here + "/runter.txt"), "von dort");
         EXPECT_EQ(mtimeOf(here + "/runter.txt"), kTime + 60);
     }
-    EXPECT_EQ(window.ftp->SENDCOMMAND("PWD"), "257 \"/\" is the current directory.");
-    EXPECT_EQ(window.ftp->SENDCOMMAND("DELE nix").substr(0, 4), "550 ");
+    EXPECT_EQ(ftp->SENDCOMMAND("PWD"), "257 \"/\" is the current directory.");
+    EXPECT_EQ(ftp->SENDCOMMAND("DELE nix").substr(0, 4), "550 ");
     qunsetenv("XDG_DATA_HOME");
 }
 
@@ -336,6 +322,8 @@ TEST(FtpFolderTest, AddressesAreReadOrRefusedWithAReason)
         {"ftp:///pub", nullptr, 0, "", ""},
         {"ftp://host/a%0D%0ADELE%20x", nullptr, 0, "", ""},
         {"ftp://host/%G1", nullptr, 0, "", ""},
+        {"ftp://host/a%4", nullptr, 0, "", ""},
+        {"ftp://a%00b@host/", nullptr, 0, "", ""},
         {"http://host/", nullptr, 0, "", ""},
     };
     for (const auto& row : rows) {

@@ -1,6 +1,7 @@
 // The planner: which of the eight lists a path lands in, from both trees and
-// the last run's protocol. Rows read "f:path:size:mtime" for a file and
-// "d:path" for a folder; protocol rows give both sides' size and mtime.
+// the last run's protocol. A side reads "f:path:size:mtime" for a file,
+// "d:path" for a folder and "?:path" for an entry it could not list; protocol
+// entries give both sides' size and mtime ("f:a:size1:mtime1:size2:mtime2").
 #include "desktop/sync/SyncPlan.h"
 
 #include <gtest/gtest.h>
@@ -19,23 +20,32 @@ std::vector<std::string> fields(const std::string& row)
     return parts;
 }
 
-SyncTree treeOf(const std::vector<std::string>& rows)
+std::vector<std::vector<std::string>> entriesOf(const char* text)
+{
+    std::vector<std::vector<std::string>> entries;
+    std::istringstream in(text);
+    for (std::string entry; in >> entry;)
+        entries.push_back(fields(entry));
+    return entries;
+}
+
+SyncTree treeOf(const char* text, std::set<std::string>& unreadable)
 {
     SyncTree tree;
-    for (const auto& row : rows) {
-        const auto f = fields(row);
-        tree.push_back(f[0] == "d" ? SyncItem{f[1], true, 0, 0}
-                                   : SyncItem{f[1], false, std::stoll(f[2]), std::stoll(f[3])});
+    for (const auto& f : entriesOf(text)) {
+        if (f[0] == "?")
+            unreadable.insert(f[1]);
+        else
+            tree.push_back(f[0] == "d" ? SyncItem{f[1], true, 0, 0}
+                                       : SyncItem{f[1], false, std::stoll(f[2]), std::stoll(f[3])});
     }
     return tree;
 }
 
-// "f:a:size1:mtime1:size2:mtime2" or "d:a".
-SyncState stateOf(const std::vector<std::string>& rows)
+SyncState stateOf(const char* text)
 {
     SyncState state;
-    for (const auto& row : rows) {
-        const auto f = fields(row);
+    for (const auto& f : entriesOf(text)) {
         const bool folder = f[0] == "d";
         const auto number = [&](std::size_t i) { return folder ? 0 : std::stoll(f[i]); };
         state[f[1]] = {{f[1], folder, number(2), number(3)}, {f[1], folder, number(4), number(5)}};
@@ -67,117 +77,46 @@ TEST(SyncPlan, EveryCaseLandsInItsList)
 {
     struct Row {
         const char* what;
-        std::vector<std::string> side1, side2;
-        std::optional<std::vector<std::string>> last; // none: first run
-        const char* unreadable1;
-        std::string expected;
+        const char *side1, *side2;
+        const char* last; // null: first run
+        const char* expected;
     };
     const Row rows[] = {
         {"first run copies both ways, folders made parents first",
-         {"d:d", "d:d/e", "f:d/e/x:2:100", "f:a:1:100"},
-         {"f:b:3:100"},
-         std::nullopt,
-         "",
-         "MMR:d,d/e UP:a,d/e/x DOWN:b"},
-        {"first run takes times two seconds apart as equal",
-         {"f:a:5:100"},
-         {"f:a:5:102"},
-         std::nullopt,
-         "",
-         ""},
-        {"first run reports differing files",
-         {"f:a:5:100"},
-         {"f:a:6:100"},
-         std::nullopt,
-         "",
-         "C:a"},
-        {"first run deletes nothing", {"f:a:5:100", "d:d"}, {}, std::nullopt, "", "MMR:d UP:a"},
-        {"unchanged on both sides",
-         {"f:a:5:100"},
-         {"f:a:5:100"},
-         std::vector<std::string>{"f:a:5:100:5:100"},
-         "",
-         ""},
-        {"a clock an hour off on side 2 does no harm",
-         {"f:a:5:100"},
-         {"f:a:5:3700"},
-         std::vector<std::string>{"f:a:5:100:5:3700"},
-         "",
-         ""},
-        {"changed on side 1",
-         {"f:a:6:200"},
-         {"f:a:5:100"},
-         std::vector<std::string>{"f:a:5:100:5:100"},
-         "",
+         "d:d d:d/e f:d/e/x:2:100 f:a:1:100", "f:b:3:100", nullptr, "MMR:d,d/e UP:a,d/e/x DOWN:b"},
+        {"first run takes times two seconds apart as equal", "f:a:5:100", "f:a:5:102", nullptr, ""},
+        {"first run reports differing files", "f:a:5:100", "f:a:6:100", nullptr, "C:a"},
+        {"first run deletes nothing", "f:a:5:100 d:d", "", nullptr, "MMR:d UP:a"},
+        {"unchanged on both sides", "f:a:5:100", "f:a:5:100", "f:a:5:100:5:100", ""},
+        {"a clock an hour off on side 2 does no harm", "f:a:5:100", "f:a:5:3700",
+         "f:a:5:100:5:3700", ""},
+        {"changed on side 1", "f:a:6:200", "f:a:5:100", "f:a:5:100:5:100", "UP:a"},
+        {"changed on side 2", "f:a:5:100", "f:a:5:300", "f:a:5:100:5:100", "DOWN:a"},
+        {"changed on both sides", "f:a:6:200", "f:a:7:300", "f:a:5:100:5:100", "C:a"},
+        {"changed alike on both sides", "f:a:6:200", "f:a:6:201", "f:a:5:100:5:100", ""},
+        {"deleted on side 2, unchanged on side 1", "f:a:5:100", "", "f:a:5:100:5:100", "DL:a"},
+        {"deleted on side 1, unchanged on side 2", "", "f:a:5:100", "f:a:5:100:5:100", "DR:a"},
+        {"deleted on side 2 but changed on side 1 copies back", "f:a:9:200", "", "f:a:5:100:5:100",
          "UP:a"},
-        {"changed on side 2",
-         {"f:a:5:100"},
-         {"f:a:5:300"},
-         std::vector<std::string>{"f:a:5:100:5:100"},
-         "",
-         "DOWN:a"},
-        {"changed on both sides",
-         {"f:a:6:200"},
-         {"f:a:7:300"},
-         std::vector<std::string>{"f:a:5:100:5:100"},
-         "",
-         "C:a"},
-        {"changed alike on both sides",
-         {"f:a:6:200"},
-         {"f:a:6:201"},
-         std::vector<std::string>{"f:a:5:100:5:100"},
-         "",
-         ""},
-        {"deleted on side 2, unchanged on side 1",
-         {"f:a:5:100"},
-         {},
-         std::vector<std::string>{"f:a:5:100:5:100"},
-         "",
-         "DL:a"},
-        {"deleted on side 1, unchanged on side 2",
-         {},
-         {"f:a:5:100"},
-         std::vector<std::string>{"f:a:5:100:5:100"},
-         "",
-         "DR:a"},
-        {"deleted on side 2 but changed on side 1 copies back",
-         {"f:a:9:200"},
-         {},
-         std::vector<std::string>{"f:a:5:100:5:100"},
-         "",
-         "UP:a"},
-        {"gone on both sides", {}, {}, std::vector<std::string>{"f:a:5:100:5:100"}, "", ""},
+        {"gone on both sides", "", "", "f:a:5:100:5:100", ""},
         {"a tree deleted on side 2 goes whole, no file of it alone",
-         {"d:a", "f:a/x:1:1", "d:a-b", "f:a-b/y:1:1"},
-         {},
-         std::vector<std::string>{"d:a", "f:a/x:1:1:1:1", "d:a-b", "f:a-b/y:1:1:1:1"},
-         "",
+         "d:a f:a/x:1:1 d:a-b f:a-b/y:1:1", "", "d:a f:a/x:1:1:1:1 d:a-b f:a-b/y:1:1:1:1",
          "DTL:a,a-b"},
-        {"a tree deleted on side 1 keeps what side 2 changed under it",
-         {},
-         {"d:d", "f:d/old:1:1", "f:d/new:2:2", "d:d/keep", "f:d/keep/x:1:1"},
-         std::vector<std::string>{"d:d", "f:d/old:1:1:1:1", "d:d/keep", "f:d/keep/x:1:1:1:1"},
-         "",
-         "MKL:d DOWN:d/new DR:d/old DTR:d/keep"},
-        {"a file against a folder is a conflict, the folder's content waits",
-         {"f:a:1:1"},
-         {"d:a", "f:a/x:1:1"},
-         std::nullopt,
-         "",
-         "C:a"},
-        {"an unreadable entry is never taken as deleted",
-         {},
-         {"d:u", "f:u/x:1:1"},
-         std::vector<std::string>{"d:u", "f:u/x:1:1:1:1"},
-         "u",
-         ""},
+        {"a tree deleted on side 1 keeps what side 2 changed under it", "",
+         "d:d f:d/old:1:1 f:d/new:2:2 d:d/keep f:d/keep/x:1:1",
+         "d:d f:d/old:1:1:1:1 d:d/keep f:d/keep/x:1:1:1:1", "MKL:d DOWN:d/new DR:d/old DTR:d/keep"},
+        {"a file against a folder is a conflict, the folder's content waits", "f:a:1:1",
+         "d:a f:a/x:1:1", nullptr, "C:a"},
+        {"an unreadable entry is never taken as deleted", "?:u", "d:u f:u/x:1:1",
+         "d:u f:u/x:1:1:1:1", ""},
     };
     for (const Row& row : rows) {
-        const SyncTree side1 = treeOf(row.side1), side2 = treeOf(row.side2);
-        const SyncState last = row.last ? stateOf(*row.last) : SyncState{};
-        SyncPlanInput input{side1, side2, row.last ? &last : nullptr, {}, {}};
-        if (*row.unreadable1)
-            input.unreadable1.insert(row.unreadable1);
+        std::set<std::string> unreadable1, unreadable2;
+        const SyncTree side1 = treeOf(row.side1, unreadable1);
+        const SyncTree side2 = treeOf(row.side2, unreadable2);
+        const SyncState last = row.last ? stateOf(row.last) : SyncState{};
+        const SyncPlanInput input{side1, side2, row.last ? &last : nullptr, unreadable1,
+                                  unreadable2};
         EXPECT_EQ(shown(PlanSync(input)), row.expected) << row.what;
     }
 }

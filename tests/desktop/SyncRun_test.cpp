@@ -1,8 +1,11 @@
 // Folder-to-folder synchronisation on real folders: what both sides hold
 // after a run, after a cancelled run and after failures, and what the window
-// was told. The trash and the protocols live in a test data folder.
+// was told, also at the sizes a user's data reaches (ten thousand files, a
+// sparse file of 2 GB, a target disk that fills up). The trash and the
+// protocols live in a test data folder.
 #include "desktop/DesktopFiles.h"
 #include "desktop/LocationPaths.h"
+#include "support/RecordingSyncWindow.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -11,7 +14,6 @@
 #include <dirent.h>
 #include <fcntl.h>
 #include <fstream>
-#include <functional>
 #include <gtest/gtest.h>
 #include <sstream>
 #include <sys/mount.h>
@@ -22,42 +24,7 @@ using namespace fw;
 
 namespace {
 
-// Records what the run shows; answers the confirmation as the test says and
-// raises the cancel flag after a number of PROGRESS calls in the carry-out.
-class Window final : public SyncProgress {
-  public:
-    std::function<bool(SyncActions&)> answer = [](SyncActions&) { return true; };
-    int cancelAfterProgress = -1;
-    std::vector<int> tasks;
-    std::vector<std::string> log, errors;
-    std::optional<SyncActions> shown;
-
-    void SHOWTASK(std::int32_t n) override { tasks.push_back(n); }
-    void LOG(const std::string& text) override { log.push_back(text); }
-    void PROGRESS(std::int32_t, std::int32_t) override
-    {
-        if (!tasks.empty() && tasks.back() == 5 && cancelAfterProgress >= 0)
-            m_cancelled = m_cancelled || cancelAfterProgress-- == 0;
-    }
-    void LOGERROR(const std::string& a, const std::string& b, const std::string& c) override
-    {
-        errors.push_back(a + " | " + b + " | " + c);
-    }
-    bool Cancelled() const override { return m_cancelled; }
-    bool Confirm(SyncActions& actions) override
-    {
-        shown = actions;
-        return answer(actions);
-    }
-    bool Logged(const std::string& part) const
-    {
-        return std::any_of(log.begin(), log.end(),
-                           [&](const std::string& line) { return line.find(part) != line.npos; });
-    }
-
-  private:
-    bool m_cancelled = false;
-};
+using Window = fw::testing::RecordingSyncWindow;
 
 std::string contentOf(const std::string& path)
 {
@@ -319,44 +286,112 @@ TEST_F(SyncRun, UnreadableLinkedAndVanishingEntriesFailAloneAndNothingIsLost)
     EXPECT_EQ(namesIn(two), std::vector<std::string>{"da.txt"});
 }
 
-TEST_F(SyncRun, AFullDiskFailsTheCopyThatDoesNotFitOnly)
+TEST_F(SyncRun, TenThousandFilesThenTheSecondRunPlansExactlyTheChangedOnes)
+{
+    const auto nameOf = [](int i, char slash) {
+        return "Ordner " + std::to_string(i % 100) + slash + "Datei " + std::to_string(i) + ".txt";
+    };
+    for (int i = 0; i < 100; ++i)
+        ::mkdir((one + "/Ordner " + std::to_string(i)).c_str(), 0755);
+    for (int i = 0; i < 10000; ++i)
+        Put(one + "/" + nameOf(i, '/'), "Inhalt " + std::to_string(i));
+    Window first;
+    ASSERT_EQ(Sync(first), SyncFinished);
+    EXPECT_EQ(first.errors, std::vector<std::string>{});
+    EXPECT_EQ(contentOf(two + "/" + nameOf(9999, '/')), "Inhalt 9999");
+
+    // Edits on both sides, each on other files.
+    std::vector<std::string> up, down;
+    for (int i = 0; i < 10000; i += 97) {
+        Put((i % 2 ? two : one) + "/" + nameOf(i, '/'), "geändert", 1700000060);
+        (i % 2 ? down : up).push_back(nameOf(i, '\\'));
+    }
+    const auto sorted = [](const StringList& list) {
+        std::vector<std::string> items = list.items();
+        std::sort(items.begin(), items.end());
+        return items;
+    };
+    std::sort(up.begin(), up.end());
+    std::sort(down.begin(), down.end());
+    Window second;
+    ASSERT_EQ(Sync(second), SyncFinished);
+    EXPECT_EQ(sorted(second.shown->UP), up);
+    EXPECT_EQ(sorted(second.shown->DOWN), down);
+    EXPECT_EQ(second.shown->Total(), int(up.size() + down.size()));
+    EXPECT_EQ(job.Errors, 0);
+    EXPECT_EQ(contentOf(one + "/" + nameOf(97, '/')), "geändert");
+    EXPECT_EQ(contentOf(two + "/" + nameOf(194, '/')), "geändert");
+}
+
+TEST_F(SyncRun, AFullDiskFailsTheCopyThatDoesNotFitOnlyAndKeepsItPlanned)
 {
     if (::mount("tmpfs", two.c_str(), "tmpfs", 0, "size=1m") != 0)
         GTEST_SKIP() << "mounting a small tmpfs is not allowed here";
     const struct Unmount {
         std::string at;
-        ~Unmount() { ::umount(at.c_str()); }
+        ~Unmount() { ::umount2(at.c_str(), MNT_DETACH); }
     } unmount{two};
-    Put(one + "/gross.bin", std::string(2 << 20, 'g'));
+    Put(one + "/Bericht.dat", "alte Fassung");
+    Window first;
+    ASSERT_EQ(Sync(first), SyncFinished);
+
+    // The new version does not fit on side 2's disk; a small new file does.
+    Put(one + "/Bericht.dat", std::string(2 << 20, 'x'), 1700000100);
     Put(one + "/klein.txt", "k");
-    Window window;
-    deleteForGood = true;
-    EXPECT_EQ(Sync(window), SyncFinished);
+    Window full;
+    EXPECT_EQ(Sync(full), SyncFinished);
     EXPECT_EQ(job.Errors, 1);
-    EXPECT_EQ(namesIn(two), std::vector<std::string>{"klein.txt"});
+    ASSERT_EQ(full.errors.size(), 1u);
+    EXPECT_NE(full.errors[0].find("Bericht.dat"), std::string::npos) << full.errors[0];
+    EXPECT_EQ(contentOf(two + "/Bericht.dat"), "alte Fassung");
+    EXPECT_EQ(namesIn(two), (std::vector<std::string>{"Bericht.dat", "klein.txt"}));
+
     // Another volume's trash lies in its top folder, which is side 2's root
-    // here: it must not be synchronised back.
+    // here: it must not be synchronised back. Had the protocol taken the
+    // failed copy as done, the old file would now be planned over the new.
     ::unlink((one + "/klein.txt").c_str());
-    deleteForGood = false;
     Window again, later;
     EXPECT_EQ(Sync(again), SyncFinished);
     EXPECT_EQ(again.errors.size(), 1u);
-    EXPECT_EQ(Sync(later), SyncFinished);
-    EXPECT_EQ(namesIn(one), std::vector<std::string>{"gross.bin"});
-    EXPECT_EQ(namesIn(two), std::vector<std::string>{".Trash-0"});
+    job = {};
+    job.DryRun = true;
+    EXPECT_EQ(SyncOutcome(m_files.synchronise(one, two, later, job)), SyncFinished);
+    EXPECT_EQ(later.shown->Total(), 1);
+    EXPECT_EQ(later.shown->UP, StringList{"Bericht.dat"});
+    EXPECT_EQ(namesIn(two), (std::vector<std::string>{".Trash-0", "Bericht.dat"}));
 }
 
-TEST_F(SyncRun, ASparseFileStaysSparse)
+// Data at the start and in the middle, holes between and at the end: a copy
+// that skips holes must still give the whole size, and keep the holes.
+TEST_F(SyncRun, ASparseFileOfTwoGigabytesArrivesWholeAndStaysSparse)
 {
-    const int fd = ::open((one + "/sparse.img").c_str(), O_CREAT | O_WRONLY, 0644);
-    ASSERT_EQ(::pwrite(fd, "x", 1, (std::int64_t(1) << 30) - 1), 1);
-    ::close(fd);
+    constexpr off_t size = off_t(2) << 30;
+    const std::pair<off_t, std::string> marks[] = {{0, "Anfang"},
+                                                   {off_t(1) << 30, "Mitte"},
+                                                   {off_t(3) << 28, std::string(4, '\0')},
+                                                   {size - 4, std::string(4, '\0')}};
+    const int out = ::open((one + "/Abbild.img").c_str(), O_CREAT | O_WRONLY, 0644);
+    ASSERT_EQ(::ftruncate(out, size), 0);
+    for (const auto& [offset, text] : marks) {
+        if (text[0] != '\0') {
+            ASSERT_EQ(::pwrite(out, text.data(), text.size(), offset), ssize_t(text.size()));
+        }
+    }
+    ::close(out);
     Window window;
     EXPECT_EQ(Sync(window), SyncFinished);
+    EXPECT_EQ(window.errors, std::vector<std::string>{});
+    const int in = ::open((two + "/Abbild.img").c_str(), O_RDONLY);
     struct stat copied {};
-    ASSERT_EQ(::stat((two + "/sparse.img").c_str(), &copied), 0);
-    EXPECT_EQ(copied.st_size, std::int64_t(1) << 30);
+    ASSERT_EQ(::fstat(in, &copied), 0);
+    EXPECT_EQ(copied.st_size, size);
     EXPECT_LT(copied.st_blocks * 512, 1 << 20);
+    for (const auto& [offset, text] : marks) {
+        std::string read(text.size(), '\0');
+        ASSERT_EQ(::pread(in, read.data(), read.size(), offset), ssize_t(read.size()));
+        EXPECT_EQ(read, text) << "at " << offset;
+    }
+    ::close(in);
 }
 
 } // namespace

@@ -237,18 +237,18 @@ bool FtpFolder::List(
 
 bool FtpFolder::MakeFolder(const std::string& path, std::string& error)
 {
-    FtpReply reply;
-    if (!sayable(path, error) || !command("MKD " + serverPath(path), reply, error))
-        return false;
-    if (isRefusal(reply))
-        error = "Der Server lehnt ab: " + firstLine(reply.text);
-    return !isRefusal(reply);
+    return pathCommand("MKD", path, error);
 }
 
 bool FtpFolder::RemoveFile(const std::string& path, std::string& error)
 {
+    return pathCommand("DELE", path, error);
+}
+
+bool FtpFolder::pathCommand(const char* verb, const std::string& path, std::string& error)
+{
     FtpReply reply;
-    if (!sayable(path, error) || !command("DELE " + serverPath(path), reply, error))
+    if (!sayable(path, error) || !command(verb + (" " + serverPath(path)), reply, error))
         return false;
     if (isRefusal(reply))
         error = "Der Server lehnt ab: " + firstLine(reply.text);

@@ -66,6 +66,8 @@ class FtpFolder : public SyncSide {
     bool commands(const std::vector<std::string>& lines, std::vector<FtpReply>& replies,
                   std::string& error);
     bool command(const std::string& line, FtpReply& reply, std::string& error);
+    /// One command on a path, e.g. "DELE"; a refusal is an error.
+    bool pathCommand(const char* verb, const std::string& path, std::string& error);
     /// The server's path of a path below the root ("" is the root).
     std::string serverPath(const std::string& path) const;
     std::string temporaryName(const std::string& path);

@@ -22,6 +22,9 @@ class RecordingSyncWindow final : public SyncProgress {
     std::vector<std::string> log;
     std::vector<std::string> errors; ///< "what | path | why"
     std::optional<SyncActions> shown;
+    /// Where the cancel flag lives elsewhere, as the FTP window's lives on
+    /// the FTP object: asked besides the window's own.
+    std::function<bool()> flagElsewhere;
 
     void SHOWTASK(std::int32_t n) override { tasks.push_back(n); }
     void LOG(const std::string& text) override { log.push_back(text); }
@@ -34,7 +37,7 @@ class RecordingSyncWindow final : public SyncProgress {
     {
         errors.push_back(a + " | " + b + " | " + c);
     }
-    bool Cancelled() const override { return m_cancelled; }
+    bool Cancelled() const override { return m_cancelled || (flagElsewhere && flagElsewhere()); }
     bool Confirm(SyncActions& actions) override
     {
         shown = actions;

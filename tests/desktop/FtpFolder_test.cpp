@@ -145,14 +145,18 @@ TEST(FtpFolderTest, PutGetAndRemoveLeaveExactFilesTimesAndNoTemporaries)
         auto folder = s->folder();
         std::string error;
         ASSERT_TRUE(folder.MakeFolder("Neu Ä", error)) << error;
-        ASSERT_TRUE(folder.Put(here + "/quelle.bin", "Neu Ä/ziel.bin", kTime + 7, {}, error))
+        SyncItem stored;
+        ASSERT_TRUE(
+            folder.Put(here + "/quelle.bin", "Neu Ä/ziel.bin", kTime + 7, {}, stored, error))
             << error;
-        ASSERT_TRUE(folder.Put(here + "/quelle.bin", "alt.txt", kTime + 9, {}, error)) << error;
+        ASSERT_TRUE(folder.Put(here + "/quelle.bin", "alt.txt", kTime + 9, {}, stored, error))
+            << error;
         EXPECT_TRUE(readFile(s->at("Neu Ä/ziel.bin")) == std::string(300000, 'q'));
         EXPECT_TRUE(readFile(s->at("alt.txt")) == std::string(300000, 'q'));
         SyncItem item;
         ASSERT_TRUE(folder.Stat("alt.txt", item, error)) << error;
         EXPECT_EQ(item, (SyncItem{"alt.txt", false, 300000, kTime + 9}));
+        EXPECT_EQ(stored, item); // what the upload told is what the server holds
 
         ASSERT_TRUE(folder.Get(item, here + "/zurück.bin", {}, error)) << error;
         EXPECT_TRUE(readFile(here + "/zurück.bin") == std::string(300000, 'q'));
@@ -205,7 +209,8 @@ TEST(FtpFolderTest, AFullServerDiskKeepsTheOldFileAndNoTemporary)
     writeFile(source, std::string(1 << 20, 'n'));
     auto folder = s->folder();
     std::string error;
-    EXPECT_FALSE(folder.Put(source, "alt.txt", kTime, {}, error));
+    SyncItem stored;
+    EXPECT_FALSE(folder.Put(source, "alt.txt", kTime, {}, stored, error));
     EXPECT_NE(error.find("kein Platz"), std::string::npos) << error;
     EXPECT_TRUE(readFile(s->at("alt.txt")) == "alter Inhalt");
     EXPECT_EQ(namesBelow(s->root.path()), QStringList{"alt.txt"});
@@ -260,8 +265,9 @@ TEST(FtpFolderTest, CancelDuringALargeTransferEndsWithinASecondAndLeavesNothing)
         };
         watch.cancelled = [&] { return sinceCancel.isValid(); };
         std::string error;
+        SyncItem stored;
         const bool done =
-            upload ? folder.Put(big, "hoch.bin", kTime, watch, error)
+            upload ? folder.Put(big, "hoch.bin", kTime, watch, stored, error)
                    : folder.Get({"gross.bin", false, 50 << 20, kTime},
                                 local.path().toStdString() + "/runter.bin", watch, error);
         EXPECT_FALSE(done);

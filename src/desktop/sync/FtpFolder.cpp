@@ -65,6 +65,17 @@ std::string firstLine(const std::string& text)
     return text.substr(0, text.find('\n'));
 }
 
+// The time an MFMT reply says was set ("213 Modify=...; path").
+std::optional<std::int64_t> timeSetBy(const FtpReply& reply)
+{
+    const std::string line = firstLine(reply.text);
+    const std::string_view fact = "Modify=";
+    if (reply.code != 213 || line.compare(4, fact.size(), fact) != 0)
+        return std::nullopt;
+    const std::size_t from = 4 + fact.size();
+    return ParseFtpTime(std::string_view(line).substr(from, line.find(';') - from));
+}
+
 } // namespace
 
 std::string ServerFolder(std::string path)
@@ -293,37 +304,52 @@ bool FtpFolder::RemoveTree(const std::string& path, std::string& error)
     return true;
 }
 
-// Size and time are asked and set on the temporary, in the upload's own
-// call: a rename keeps the time, and a wrong size never reaches the target.
+// The upload's own call asks the size, sets the time and names the
+// temporary with RNFR; the separate RNTO follows only once the size is seen
+// to match. A wrong size cannot fail SIZE, so the rename must not ride in the
+// same call; RNFR alone changes nothing on the server. A failed STOR ends the
+// call before any of these are sent.
 bool FtpFolder::upload(const std::string& source, const std::string& temporary, std::int64_t mtime,
-                       const SyncSignals& watch, std::string& error)
+                       const SyncSignals& watch, SyncItem& stored, std::string& error)
 {
     struct stat info {};
     if (::stat(source.c_str(), &info) != 0) {
         error = "Die Datei lässt sich nicht lesen: " + std::string(std::strerror(errno));
         return false;
     }
+    const bool setTime = mtime > 0 && m_features.mfmt;
     std::vector<std::string> after{"SIZE " + temporary};
-    if (mtime > 0 && m_features.mfmt)
+    if (setTime)
         after.push_back("MFMT " + FormatFtpTime(mtime) + " " + temporary);
+    after.push_back("RNFR " + temporary);
     std::vector<FtpReply> replies;
     if (!m_connection->Upload(source, temporary, after, replies, watch, error))
         return false;
     const FtpReply& size = replies.front();
-    if (size.code == 213 && firstLine(size.text).substr(4) == std::to_string(info.st_size))
-        return true; // a refused MFMT leaves the server's time, which Stat then tells
-    error = "Auf dem Server kam nicht die ganze Datei an (" + firstLine(size.text) + ").";
-    return false;
+    if (size.code != 213 || firstLine(size.text).substr(4) != std::to_string(info.st_size)) {
+        error = "Auf dem Server kam nicht die ganze Datei an (" + firstLine(size.text) + ").";
+        return false;
+    }
+    if (replies.back().code != 350) {
+        error = "Der Server lehnt das Umbenennen ab: " + firstLine(replies.back().text);
+        return false;
+    }
+    stored.size = info.st_size;
+    // A refused MFMT leaves the server's own time, which Put then asks for.
+    if (const auto set = setTime ? timeSetBy(replies[1]) : std::nullopt)
+        stored.mtime = *set;
+    return true;
 }
 
-bool FtpFolder::rename(const std::string& from, const std::string& to, std::string& error)
+// RNFR came with the upload. Some servers will not rename over a file: the
+// old one then goes first, and the whole rename is said once more.
+bool FtpFolder::renameMarked(const std::string& from, const std::string& to, std::string& error)
 {
     std::vector<FtpReply> replies;
-    if (!commands({"RNFR " + from, "RNTO " + to}, replies, error))
+    if (!commands({"RNTO " + to}, replies, error))
         return false;
-    if (!isRefusal(replies[0]) && !isRefusal(replies[1]))
+    if (!isRefusal(replies[0]))
         return true;
-    // Some servers will not rename over a file: the old one goes first.
     if (!commands({"DELE " + to, "RNFR " + from, "RNTO " + to}, replies, error))
         return false;
     if (isRefusal(replies[1]) || isRefusal(replies[2])) {
@@ -335,14 +361,22 @@ bool FtpFolder::rename(const std::string& from, const std::string& to, std::stri
 }
 
 bool FtpFolder::Put(const std::string& source, const std::string& path, std::int64_t mtime,
-                    const SyncSignals& watch, std::string& error)
+                    const SyncSignals& watch, SyncItem& stored, std::string& error)
 {
     if (!sayable(path, error) || !features(error))
         return false;
     const std::string temporary = serverPath(temporaryName(path));
     const std::string target = serverPath(path);
-    if (upload(source, temporary, mtime, watch, error) && rename(temporary, target, error))
+    SyncItem uploaded{path, false, -1, 0};
+    if (upload(source, temporary, mtime, watch, uploaded, error) &&
+        renameMarked(temporary, target, error)) {
+        std::string ignored;
+        if (uploaded.mtime != 0)
+            stored = uploaded;
+        else
+            Stat(path, stored, ignored);
         return true;
+    }
     FtpReply ignored;
     std::string alsoFailed;
     command("DELE " + temporary, ignored, alsoFailed);

@@ -1,7 +1,7 @@
 // The FTP side of a synchronisation against a real server on loopback
 // (pyftpdlib, serving a folder the test owns), well behaved and in the ways
-// servers fail: no MLSD, a connection dropped mid-download, a full disk, a
-// refused login, ports that refuse or never answer.
+// servers fail: no MLSD, a connection dropped mid-download or mid-upload, a
+// full disk, a refused login, ports that refuse or never answer.
 #include "desktop/DesktopFtpSync.h"
 #include "desktop/sync/FtpFolder.h"
 #include "desktop/sync/FtpListing.h"
@@ -200,20 +200,34 @@ TEST(FtpFolderTest, DownloadResumesAfterTheServerDropsOrStallsTheConnection)
     }
 }
 
-TEST(FtpFolderTest, AFullServerDiskKeepsTheOldFileAndNoTemporary)
+TEST(FtpFolderTest, AFullDiskOrADroppedUploadKeepsTheOldFileAndNoTemporary)
 {
-    auto s = serve(FtpServer::Options::FullDisk);
-    writeFile(s->at("alt.txt"), "alter Inhalt");
-    QTemporaryDir local;
-    const std::string source = local.path().toStdString() + "/neu.bin";
-    writeFile(source, std::string(1 << 20, 'n'));
-    auto folder = s->folder();
-    std::string error;
-    SyncItem stored;
-    EXPECT_FALSE(folder.Put(source, "alt.txt", kTime, {}, stored, error));
-    EXPECT_NE(error.find("kein Platz"), std::string::npos) << error;
-    EXPECT_TRUE(readFile(s->at("alt.txt")) == "alter Inhalt");
-    EXPECT_EQ(namesBelow(s->root.path()), QStringList{"alt.txt"});
+    const struct {
+        FtpServer::Options::Mode mode;
+        const char* says;
+    } rows[] = {
+        {FtpServer::Options::FullDisk, "kein Platz"},
+        // The temporary is deleted over a new connection.
+        {FtpServer::Options::DropUpload, "abgerissen"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.says);
+        auto s = serve(row.mode);
+        writeFile(s->at("alt.txt"), "alter Inhalt");
+        QTemporaryDir local;
+        const std::string source = local.path().toStdString() + "/neu.bin";
+        writeFile(source, std::string(1 << 20, 'n'));
+        auto folder = s->folder();
+        std::string error;
+        SyncItem stored;
+        QElapsedTimer clock;
+        clock.start();
+        EXPECT_FALSE(folder.Put(source, "alt.txt", kTime, {}, stored, error));
+        EXPECT_LT(clock.elapsed(), 4000);
+        EXPECT_NE(error.find(row.says), std::string::npos) << error;
+        EXPECT_TRUE(readFile(s->at("alt.txt")) == "alter Inhalt");
+        EXPECT_EQ(namesBelow(s->root.path()), QStringList{"alt.txt"});
+    }
 }
 
 TEST(FtpFolderTest, UnreachableOrRefusingServersEndWithinTheTimeAndSayWhy)

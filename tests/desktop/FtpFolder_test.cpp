@@ -107,6 +107,11 @@ TEST(FtpFolderTest, ListsNamesOfAnyBytesWithSizesAndTimesByMlsdAndByList)
         writeFile(s->at("Ordner mit Leerzeichen/Übergröße.txt"), "groß", kTime + 61);
         writeFile(s->at("back\\slash: ja.txt"), "b");
         writeFile(s->at("\xff\xfe-kein-utf8"), "xyz");
+        // An upload's temporary left by a run whose server went away; and a
+        // name that only looks like one.
+        const std::string leftover = s->at(".Übergröße.txt.fwsync-42-7");
+        writeFile(leftover, "halb");
+        writeFile(s->at(".notiz.fwsync-x"), "n");
         SyncTree tree;
         std::string error;
         std::vector<std::string> skipped;
@@ -116,6 +121,7 @@ TEST(FtpFolderTest, ListsNamesOfAnyBytesWithSizesAndTimesByMlsdAndByList)
         })) << error;
         const std::int64_t folderTime = mtimeOf(s->at("leer"));
         const SyncTree expected = {
+            {".notiz.fwsync-x", false, 1, kTime},
             {"Ordner mit Leerzeichen", true, 0, mtimeOf(s->at("Ordner mit Leerzeichen"))},
             {"Ordner mit Leerzeichen/Übergröße.txt", false, 5, kTime + 61},
             {"back\\slash: ja.txt", false, 1, kTime},
@@ -129,6 +135,7 @@ TEST(FtpFolderTest, ListsNamesOfAnyBytesWithSizesAndTimesByMlsdAndByList)
                     item.mtime = mtimeOf(s->at(item.path));
         EXPECT_EQ(tree, expected);
         EXPECT_TRUE(skipped.empty());
+        EXPECT_EQ(readFile(leftover), "<missing>");
         ::unlink(s->at("\xff\xfe-kein-utf8").c_str()); // Qt cannot name it to clean up
     }
 }

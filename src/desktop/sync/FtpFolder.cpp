@@ -55,6 +55,22 @@ std::string temporaryBeside(const std::string& folder, const std::string& name, 
                   "." + stem + ".fwsync-" + std::to_string(::getpid()) + "-" + std::to_string(n));
 }
 
+// A name temporaryBeside gives: ".Name.fwsync-<process>-<count>".
+bool isOurTemporary(std::string_view name)
+{
+    const std::size_t mark = name.rfind(".fwsync-");
+    if (name.size() < 2 || name.front() != '.' || mark == std::string_view::npos || mark < 1)
+        return false;
+    const std::string_view numbers = name.substr(mark + 8);
+    const std::size_t dash = numbers.find('-');
+    const auto digits = [](std::string_view part) {
+        return !part.empty() &&
+               std::all_of(part.begin(), part.end(), [](char c) { return c >= '0' && c <= '9'; });
+    };
+    return dash != std::string_view::npos && digits(numbers.substr(0, dash)) &&
+           digits(numbers.substr(dash + 1));
+}
+
 bool isRefusal(const FtpReply& reply)
 {
     return reply.code >= 400;
@@ -219,6 +235,7 @@ bool FtpFolder::List(
     if (!features(error))
         return false;
     std::vector<std::string> folders{""};
+    std::vector<std::string> leftovers;
     for (std::size_t next = 0; next < folders.size(); ++next) {
         if (watch.Cancelled()) {
             error = "Abgebrochen.";
@@ -238,11 +255,18 @@ bool FtpFolder::List(
         for (SyncItem& item : items) {
             if (item.folder)
                 folders.push_back(item.path);
-            tree.push_back(std::move(item));
+            if (!item.folder && isOurTemporary(baseOf(item.path)))
+                leftovers.push_back("DELE " + serverPath(item.path));
+            else
+                tree.push_back(std::move(item));
         }
     }
     std::sort(tree.begin(), tree.end(),
               [](const SyncItem& a, const SyncItem& b) { return a.path < b.path; });
+    // An upload cut off with the server (or the line) gone leaves its
+    // temporary behind; it is never synchronised, and gone once seen again.
+    std::string ignored;
+    inBatches(leftovers, false, ignored);
     return true;
 }
 
@@ -288,6 +312,12 @@ bool FtpFolder::RemoveTree(const std::string& path, std::string& error)
     for (const SyncItem& item : below)
         lines.push_back((item.folder ? "RMD " : "DELE ") + serverPath(item.path));
     lines.push_back("RMD " + serverPath(path));
+    return inBatches(lines, true, error);
+}
+
+bool FtpFolder::inBatches(const std::vector<std::string>& lines, bool refusalFails,
+                          std::string& error)
+{
     for (std::size_t from = 0; from < lines.size(); from += kBatch) {
         const std::vector<std::string> batch(
             lines.begin() + std::ptrdiff_t(from),
@@ -296,7 +326,7 @@ bool FtpFolder::RemoveTree(const std::string& path, std::string& error)
         if (!commands(batch, replies, error))
             return false;
         for (const FtpReply& reply : replies)
-            if (isRefusal(reply)) {
+            if (refusalFails && isRefusal(reply)) {
                 error = "Der Server lehnt ab: " + firstLine(reply.text);
                 return false;
             }

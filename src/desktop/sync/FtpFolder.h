@@ -69,6 +69,9 @@ class FtpFolder : public SyncSide {
     bool commands(const std::vector<std::string>& lines, std::vector<FtpReply>& replies,
                   std::string& error);
     bool command(const std::string& line, FtpReply& reply, std::string& error);
+    /// Runs many commands, a hundred to a call; refusalFails: the first refusal
+    /// ends the run with the server's words.
+    bool inBatches(const std::vector<std::string>& lines, bool refusalFails, std::string& error);
     /// The server's path of a path below the root ("" is the root).
     std::string serverPath(const std::string& path) const;
     std::string temporaryName(const std::string& path);

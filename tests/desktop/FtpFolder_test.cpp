@@ -1,7 +1,7 @@
 // The FTP side of a synchronisation against a real server on loopback
 // (pyftpdlib, serving a folder the test owns), well behaved and in the ways
-// servers fail: no MLSD, a connection dropped mid-download, a full disk, a
-// refused login, ports that refuse or never answer.
+// servers fail: no MLSD, a connection dropped mid-download or mid-upload, a
+// full disk, a refused login, ports that refuse or never answer.
 #include "desktop/DesktopFtpSync.h"
 #include "desktop/sync/FtpFolder.h"
 #include "desktop/sync/FtpListing.h"
@@ -108,6 +108,11 @@ TEST(FtpFolderTest, ListsNamesOfAnyBytesWithSizesAndTimesByMlsdAndByList)
         writeFile(s->at("Ordner mit Leerzeichen/Übergröße.txt"), "groß", kTime + 61);
         writeFile(s->at("back\\slash: ja.txt"), "b");
         writeFile(s->at("\xff\xfe-kein-utf8"), "xyz");
+        // An upload's temporary left by a run whose server went away; and a
+        // name that only looks like one.
+        const std::string leftover = s->at(".Übergröße.txt.fwsync-42-7");
+        writeFile(leftover, "halb");
+        writeFile(s->at(".notiz.fwsync-x"), "n");
         SyncTree tree;
         std::string error;
         std::vector<std::string> skipped;
@@ -117,6 +122,7 @@ TEST(FtpFolderTest, ListsNamesOfAnyBytesWithSizesAndTimesByMlsdAndByList)
         })) << error;
         const std::int64_t folderTime = mtimeOf(s->at("leer"));
         const SyncTree expected = {
+            {".notiz.fwsync-x", false, 1, kTime},
             {"Ordner mit Leerzeichen", true, 0, mtimeOf(s->at("Ordner mit Leerzeichen"))},
             {"Ordner mit Leerzeichen/Übergröße.txt", false, 5, kTime + 61},
             {"back\\slash: ja.txt", false, 1, kTime},
@@ -130,6 +136,7 @@ TEST(FtpFolderTest, ListsNamesOfAnyBytesWithSizesAndTimesByMlsdAndByList)
                     item.mtime = mtimeOf(s->at(item.path));
         EXPECT_EQ(tree, expected);
         EXPECT_TRUE(skipped.empty());
+        EXPECT_EQ(readFile(leftover), "<missing>");
         ::unlink(s->at("\xff\xfe-kein-utf8").c_str()); // Qt cannot name it to clean up
     }
 }
@@ -146,14 +153,18 @@ TEST(FtpFolderTest, PutGetAndRemoveLeaveExactFilesTimesAndNoTemporaries)
         auto folder = s->folder();
         std::string error;
         ASSERT_TRUE(folder.MakeFolder("Neu Ä", error)) << error;
-        ASSERT_TRUE(folder.Put(here + "/quelle.bin", "Neu Ä/ziel.bin", kTime + 7, {}, error))
+        SyncItem stored;
+        ASSERT_TRUE(
+            folder.Put(here + "/quelle.bin", "Neu Ä/ziel.bin", kTime + 7, {}, stored, error))
             << error;
-        ASSERT_TRUE(folder.Put(here + "/quelle.bin", "alt.txt", kTime + 9, {}, error)) << error;
+        ASSERT_TRUE(folder.Put(here + "/quelle.bin", "alt.txt", kTime + 9, {}, stored, error))
+            << error;
         EXPECT_TRUE(readFile(s->at("Neu Ä/ziel.bin")) == std::string(300000, 'q'));
         EXPECT_TRUE(readFile(s->at("alt.txt")) == std::string(300000, 'q'));
         SyncItem item;
         ASSERT_TRUE(folder.Stat("alt.txt", item, error)) << error;
         EXPECT_EQ(item, (SyncItem{"alt.txt", false, 300000, kTime + 9}));
+        EXPECT_EQ(stored, item); // what the upload told is what the server holds
 
         ASSERT_TRUE(folder.Get(item, here + "/zurück.bin", {}, error)) << error;
         EXPECT_TRUE(readFile(here + "/zurück.bin") == std::string(300000, 'q'));
@@ -197,19 +208,34 @@ TEST(FtpFolderTest, DownloadResumesAfterTheServerDropsOrStallsTheConnection)
     }
 }
 
-TEST(FtpFolderTest, AFullServerDiskKeepsTheOldFileAndNoTemporary)
+TEST(FtpFolderTest, AFullDiskOrADroppedUploadKeepsTheOldFileAndNoTemporary)
 {
-    auto s = serve(FtpServer::Options::FullDisk);
-    writeFile(s->at("alt.txt"), "alter Inhalt");
-    QTemporaryDir local;
-    const std::string source = local.path().toStdString() + "/neu.bin";
-    writeFile(source, std::string(1 << 20, 'n'));
-    auto folder = s->folder();
-    std::string error;
-    EXPECT_FALSE(folder.Put(source, "alt.txt", kTime, {}, error));
-    EXPECT_NE(error.find("kein Platz"), std::string::npos) << error;
-    EXPECT_TRUE(readFile(s->at("alt.txt")) == "alter Inhalt");
-    EXPECT_EQ(namesBelow(s->root.path()), QStringList{"alt.txt"});
+    const struct {
+        FtpServer::Options::Mode mode;
+        const char* says;
+    } rows[] = {
+        {FtpServer::Options::FullDisk, "kein Platz"},
+        // The temporary is deleted over a new connection.
+        {FtpServer::Options::DropUpload, "abgerissen"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.says);
+        auto s = serve(row.mode);
+        writeFile(s->at("alt.txt"), "alter Inhalt");
+        QTemporaryDir local;
+        const std::string source = local.path().toStdString() + "/neu.bin";
+        writeFile(source, std::string(1 << 20, 'n'));
+        auto folder = s->folder();
+        std::string error;
+        SyncItem stored;
+        QElapsedTimer clock;
+        clock.start();
+        EXPECT_FALSE(folder.Put(source, "alt.txt", kTime, {}, stored, error));
+        EXPECT_LT(clock.elapsed(), 4000);
+        EXPECT_NE(error.find(row.says), std::string::npos) << error;
+        EXPECT_TRUE(readFile(s->at("alt.txt")) == "alter Inhalt");
+        EXPECT_EQ(namesBelow(s->root.path()), QStringList{"alt.txt"});
+    }
 }
 
 TEST(FtpFolderTest, UnreachableOrRefusingServersEndWithinTheTimeAndSayWhy)
@@ -261,8 +287,9 @@ TEST(FtpFolderTest, CancelDuringALargeTransferEndsWithinASecondAndLeavesNothing)
         };
         watch.cancelled = [&] { return sinceCancel.isValid(); };
         std::string error;
+        SyncItem stored;
         const bool done =
-            upload ? folder.Put(big, "hoch.bin", kTime, watch, error)
+            upload ? folder.Put(big, "hoch.bin", kTime, watch, stored, error)
                    : folder.Get({"gross.bin", false, 50 << 20, kTime},
                                 local.path().toStdString() + "/runter.bin", watch, error);
         EXPECT_FALSE(done);

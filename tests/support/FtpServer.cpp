@@ -12,7 +12,9 @@ namespace {
 // offers LIST alone, "drop" cuts the first download after 256 KiB, with its
 // control connection, as a line that dies, and "stall" stops sending it there
 // without a word, as a hung server does; "full" stores 64 KiB of an upload,
-// drops the rest and answers 552, leaving the part, as a full disk does.
+// drops the rest and answers 552, leaving the part, as a full disk does;
+// "dropupload" cuts the first upload after 64 KiB, with its control
+// connection, and keeps the part.
 const char* const kServer = R"(
 import logging, sys
 from pyftpdlib.authorizers import DummyAuthorizer
@@ -33,6 +35,11 @@ class Dtp(DTPHandler):
     def writable(self):
         return mode != "stall" or self not in cut and DTPHandler.writable(self)
     def handle_read(self):
+        if mode == "dropupload" and not cut and self.receive and self.tot_bytes_received >= 65536:
+            cut.append(self)
+            print("dropped", flush=True)
+            self.cmd_channel.close()
+            return
         if mode == "full" and self.receive and self.tot_bytes_received >= 65536:
             self.full = True
             self.recv(self.ac_in_buffer_size)  # the disk takes no more
@@ -63,7 +70,7 @@ server.serve_forever()
 
 FtpServer::FtpServer(const Options& options)
 {
-    static const char* const modes[] = {"normal", "nomlsd", "drop", "stall", "full"};
+    static const char* const modes[] = {"normal", "nomlsd", "drop", "stall", "full", "dropupload"};
     const QString root = options.root.isEmpty() ? m_root.path() : options.root;
     m_process.start(QStringLiteral("/usr/bin/python3"),
                     {QStringLiteral("-c"), QString::fromUtf8(kServer), root, options.annaRights,

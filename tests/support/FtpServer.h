@@ -14,7 +14,14 @@ class FtpServer {
     struct Options {
         QString root;                               ///< the served folder; empty: a fresh one
         QString annaRights = QStringLiteral("elr"); ///< pyftpdlib's letters, "elradfmwMT" all
-        enum Mode { Normal, NoMlsd, DropDownload, StallDownload, FullDisk } mode = Normal;
+        enum Mode {
+            Normal,
+            NoMlsd,
+            DropDownload,
+            StallDownload,
+            FullDisk,
+            DropUpload
+        } mode = Normal;
     };
     /// Starts the server and waits until it listens; Port() is 0 if it failed.
     explicit FtpServer(const Options& options);

@@ -55,6 +55,22 @@ std::string temporaryBeside(const std::string& folder, const std::string& name, 
                   "." + stem + ".fwsync-" + std::to_string(::getpid()) + "-" + std::to_string(n));
 }
 
+// A name temporaryBeside gives: ".Name.fwsync-<process>-<count>".
+bool isOurTemporary(std::string_view name)
+{
+    const std::size_t mark = name.rfind(".fwsync-");
+    if (name.size() < 2 || name.front() != '.' || mark == std::string_view::npos || mark < 1)
+        return false;
+    const std::string_view numbers = name.substr(mark + 8);
+    const std::size_t dash = numbers.find('-');
+    const auto digits = [](std::string_view part) {
+        return !part.empty() &&
+               std::all_of(part.begin(), part.end(), [](char c) { return c >= '0' && c <= '9'; });
+    };
+    return dash != std::string_view::npos && digits(numbers.substr(0, dash)) &&
+           digits(numbers.substr(dash + 1));
+}
+
 bool isRefusal(const FtpReply& reply)
 {
     return reply.code >= 400;
@@ -63,6 +79,17 @@ bool isRefusal(const FtpReply& reply)
 std::string firstLine(const std::string& text)
 {
     return text.substr(0, text.find('\n'));
+}
+
+// The time an MFMT reply says was set ("213 Modify=...; path").
+std::optional<std::int64_t> timeSetBy(const FtpReply& reply)
+{
+    const std::string line = firstLine(reply.text);
+    const std::string_view fact = "Modify=";
+    if (reply.code != 213 || line.compare(4, fact.size(), fact) != 0)
+        return std::nullopt;
+    const std::size_t from = 4 + fact.size();
+    return ParseFtpTime(std::string_view(line).substr(from, line.find(';') - from));
 }
 
 } // namespace
@@ -208,6 +235,7 @@ bool FtpFolder::List(
     if (!features(error))
         return false;
     std::vector<std::string> folders{""};
+    std::vector<std::string> leftovers;
     for (std::size_t next = 0; next < folders.size(); ++next) {
         if (watch.Cancelled()) {
             error = "Abgebrochen.";
@@ -227,11 +255,18 @@ bool FtpFolder::List(
         for (SyncItem& item : items) {
             if (item.folder)
                 folders.push_back(item.path);
-            tree.push_back(std::move(item));
+            if (!item.folder && isOurTemporary(baseOf(item.path)))
+                leftovers.push_back("DELE " + serverPath(item.path));
+            else
+                tree.push_back(std::move(item));
         }
     }
     std::sort(tree.begin(), tree.end(),
               [](const SyncItem& a, const SyncItem& b) { return a.path < b.path; });
+    // An upload cut off with the server (or the line) gone leaves its
+    // temporary behind; it is never synchronised, and gone once seen again.
+    std::string ignored;
+    inBatches(leftovers, false, ignored);
     return true;
 }
 
@@ -277,6 +312,12 @@ bool FtpFolder::RemoveTree(const std::string& path, std::string& error)
     for (const SyncItem& item : below)
         lines.push_back((item.folder ? "RMD " : "DELE ") + serverPath(item.path));
     lines.push_back("RMD " + serverPath(path));
+    return inBatches(lines, true, error);
+}
+
+bool FtpFolder::inBatches(const std::vector<std::string>& lines, bool refusalFails,
+                          std::string& error)
+{
     for (std::size_t from = 0; from < lines.size(); from += kBatch) {
         const std::vector<std::string> batch(
             lines.begin() + std::ptrdiff_t(from),
@@ -285,7 +326,7 @@ bool FtpFolder::RemoveTree(const std::string& path, std::string& error)
         if (!commands(batch, replies, error))
             return false;
         for (const FtpReply& reply : replies)
-            if (isRefusal(reply)) {
+            if (refusalFails && isRefusal(reply)) {
                 error = "Der Server lehnt ab: " + firstLine(reply.text);
                 return false;
             }
@@ -293,37 +334,52 @@ bool FtpFolder::RemoveTree(const std::string& path, std::string& error)
     return true;
 }
 
-// Size and time are asked and set on the temporary, in the upload's own
-// call: a rename keeps the time, and a wrong size never reaches the target.
+// The upload's own call asks the size, sets the time and names the
+// temporary with RNFR; the separate RNTO follows only once the size is seen
+// to match. A wrong size cannot fail SIZE, so the rename must not ride in the
+// same call; RNFR alone changes nothing on the server. A failed STOR ends the
+// call before any of these are sent.
 bool FtpFolder::upload(const std::string& source, const std::string& temporary, std::int64_t mtime,
-                       const SyncSignals& watch, std::string& error)
+                       const SyncSignals& watch, SyncItem& stored, std::string& error)
 {
     struct stat info {};
     if (::stat(source.c_str(), &info) != 0) {
         error = "Die Datei lässt sich nicht lesen: " + std::string(std::strerror(errno));
         return false;
     }
+    const bool setTime = mtime > 0 && m_features.mfmt;
     std::vector<std::string> after{"SIZE " + temporary};
-    if (mtime > 0 && m_features.mfmt)
+    if (setTime)
         after.push_back("MFMT " + FormatFtpTime(mtime) + " " + temporary);
+    after.push_back("RNFR " + temporary);
     std::vector<FtpReply> replies;
     if (!m_connection->Upload(source, temporary, after, replies, watch, error))
         return false;
     const FtpReply& size = replies.front();
-    if (size.code == 213 && firstLine(size.text).substr(4) == std::to_string(info.st_size))
-        return true; // a refused MFMT leaves the server's time, which Stat then tells
-    error = "Auf dem Server kam nicht die ganze Datei an (" + firstLine(size.text) + ").";
-    return false;
+    if (size.code != 213 || firstLine(size.text).substr(4) != std::to_string(info.st_size)) {
+        error = "Auf dem Server kam nicht die ganze Datei an (" + firstLine(size.text) + ").";
+        return false;
+    }
+    if (replies.back().code != 350) {
+        error = "Der Server lehnt das Umbenennen ab: " + firstLine(replies.back().text);
+        return false;
+    }
+    stored.size = info.st_size;
+    // A refused MFMT leaves the server's own time, which Put then asks for.
+    if (const auto set = setTime ? timeSetBy(replies[1]) : std::nullopt)
+        stored.mtime = *set;
+    return true;
 }
 
-bool FtpFolder::rename(const std::string& from, const std::string& to, std::string& error)
+// RNFR came with the upload. Some servers will not rename over a file: the
+// old one then goes first, and the whole rename is said once more.
+bool FtpFolder::renameMarked(const std::string& from, const std::string& to, std::string& error)
 {
     std::vector<FtpReply> replies;
-    if (!commands({"RNFR " + from, "RNTO " + to}, replies, error))
+    if (!commands({"RNTO " + to}, replies, error))
         return false;
-    if (!isRefusal(replies[0]) && !isRefusal(replies[1]))
+    if (!isRefusal(replies[0]))
         return true;
-    // Some servers will not rename over a file: the old one goes first.
     if (!commands({"DELE " + to, "RNFR " + from, "RNTO " + to}, replies, error))
         return false;
     if (isRefusal(replies[1]) || isRefusal(replies[2])) {
@@ -335,14 +391,22 @@ bool FtpFolder::rename(const std::string& from, const std::string& to, std::stri
 }
 
 bool FtpFolder::Put(const std::string& source, const std::string& path, std::int64_t mtime,
-                    const SyncSignals& watch, std::string& error)
+                    const SyncSignals& watch, SyncItem& stored, std::string& error)
 {
     if (!sayable(path, error) || !features(error))
         return false;
     const std::string temporary = serverPath(temporaryName(path));
     const std::string target = serverPath(path);
-    if (upload(source, temporary, mtime, watch, error) && rename(temporary, target, error))
+    SyncItem uploaded{path, false, -1, 0};
+    if (upload(source, temporary, mtime, watch, uploaded, error) &&
+        renameMarked(temporary, target, error)) {
+        std::string ignored;
+        if (uploaded.mtime != 0)
+            stored = uploaded;
+        else
+            Stat(path, stored, ignored);
         return true;
+    }
     FtpReply ignored;
     std::string alsoFailed;
     command("DELE " + temporary, ignored, alsoFailed);

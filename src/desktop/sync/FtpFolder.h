@@ -38,7 +38,7 @@ class FtpFolder : public SyncSide {
     bool RemoveFile(const std::string& path, std::string& error) override;
     bool RemoveTree(const std::string& path, std::string& error) override;
     bool Put(const std::string& source, const std::string& path, std::int64_t mtime,
-             const SyncSignals& watch, std::string& error) override;
+             const SyncSignals& watch, SyncItem& stored, std::string& error) override;
     bool Get(const SyncItem& expected, const std::string& target, const SyncSignals& watch,
              std::string& error) override;
     bool Stat(const std::string& path, SyncItem& item, std::string& error) override;
@@ -59,15 +59,21 @@ class FtpFolder : public SyncSide {
                     std::string& error,
                     const std::function<void(const std::string&, const std::string&)>& skipped);
     bool fillTimes(std::vector<SyncItem>& items, std::string& error);
+    /// Stores the temporary and marks it for renaming; stored gets its size
+    /// and the time the server says it set.
     bool upload(const std::string& source, const std::string& temporary, std::int64_t mtime,
-                const SyncSignals& watch, std::string& error);
-    bool rename(const std::string& from, const std::string& to, std::string& error);
+                const SyncSignals& watch, SyncItem& stored, std::string& error);
+    /// Completes a rename whose RNFR was the last command sent.
+    bool renameMarked(const std::string& from, const std::string& to, std::string& error);
     /// Runs the commands in order; replies holds one reply per command.
     bool commands(const std::vector<std::string>& lines, std::vector<FtpReply>& replies,
                   std::string& error);
     bool command(const std::string& line, FtpReply& reply, std::string& error);
     /// One command on a path, e.g. "DELE"; a refusal is an error.
     bool pathCommand(const char* verb, const std::string& path, std::string& error);
+    /// Runs many commands, a hundred to a call; refusalFails: the first refusal
+    /// ends the run with the server's words.
+    bool inBatches(const std::vector<std::string>& lines, bool refusalFails, std::string& error);
     /// The server's path of a path below the root ("" is the root).
     std::string serverPath(const std::string& path) const;
     std::string temporaryName(const std::string& path);

@@ -147,9 +147,13 @@ class LocalFolder final : public SyncSide {
     }
 
     bool Put(const std::string& source, const std::string& path, std::int64_t mtime,
-             const SyncSignals& watch, std::string& error) override
+             const SyncSignals& watch, SyncItem& stored, std::string& error) override
     {
-        return CopyLocalFile(source, full(path), mtime, -1, watch, error);
+        if (!CopyLocalFile(source, full(path), mtime, -1, watch, error))
+            return false;
+        std::string ignored;
+        Stat(path, stored, ignored);
+        return true;
     }
 
     bool Get(const SyncItem& expected, const std::string& target, const SyncSignals& watch,

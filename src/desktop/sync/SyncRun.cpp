@@ -326,17 +326,23 @@ class Run {
         return false;
     }
 
-    void record(const std::string& path)
+    /// stored2: side 2's entry as an upload just told it (an empty path if
+    /// none did), which spares asking the server once more per file.
+    void record(const std::string& path, const SyncItem& stored2 = {})
     {
         SyncRecord entry;
         std::string ignored;
         // A side that cannot say leaves no entry: the next run then compares
         // the two files as a first run would.
-        if (side(1).Stat(path, entry.side1, ignored) && side(2).Stat(path, entry.side2, ignored))
+        if (!side(1).Stat(path, entry.side1, ignored))
+            return;
+        entry.side2 = stored2;
+        if (stored2.path == path || side(2).Stat(path, entry.side2, ignored))
             m_next[path] = entry;
     }
 
-    bool act(const Kind& kind, const std::string& path, SyncSignals& progress, std::string& reason)
+    bool act(const Kind& kind, const std::string& path, SyncSignals& progress, SyncItem& stored2,
+             std::string& reason)
     {
         const int other = 3 - kind.side;
         switch (kind.act) {
@@ -349,7 +355,8 @@ class Run {
             if (kind.side == 2) {
                 if (!stillAsListed(1, path, reason))
                     return false;
-                return side(2).Put(*side(1).LocalPath(path), path, source->mtime, progress, reason);
+                return side(2).Put(*side(1).LocalPath(path), path, source->mtime, progress, stored2,
+                                   reason);
             }
             return side(2).Get(*source, *side(1).LocalPath(path), progress, reason);
         }
@@ -371,11 +378,12 @@ class Run {
         const std::string local = *side(1).LocalPath(name);
         std::string reason;
         auto progress = watch(0, 1);
+        SyncItem stored2;
         if (side(2).Get(*copy2, local, progress, reason) &&
-            side(2).Put(local, name, copy2->mtime, progress, reason)) {
+            side(2).Put(local, name, copy2->mtime, progress, stored2, reason)) {
             m_window.LOG("Konfliktkopie angelegt: " + toLocation(name));
             ++m_job.Done;
-            record(name);
+            record(name, stored2);
         } else {
             error("Konfliktkopie anlegen", toLocation(name), reason);
         }
@@ -396,11 +404,12 @@ class Run {
                     return stopped(total - step);
                 auto progress = watch(step, total);
                 std::string reason;
-                if (act(kind, path, progress, reason)) {
+                SyncItem stored2;
+                if (act(kind, path, progress, stored2, reason)) {
                     ++m_job.Done;
                     m_window.LOG(std::string(kind.text) + ": " + toLocation(path));
                     if (kind.act == Act::Make || kind.act == Act::Copy)
-                        record(path);
+                        record(path, stored2);
                 } else if (m_window.Cancelled()) {
                     return stopped(total - step);
                 } else {

@@ -72,8 +72,11 @@ class SyncSide {
     /// side: into a temporary name beside the target, the size checked, the
     /// modification time set to mtime, then renamed over the target. On
     /// failure or cancel the target is as it was and no temporary stays.
+    /// stored: the entry as it now stands on this side (as Stat would give
+    /// it), as far as the copy itself told it, so that no further call is
+    /// needed; left as it was when the side cannot say.
     virtual bool Put(const std::string& source, const std::string& path, std::int64_t mtime,
-                     const SyncSignals& watch, std::string& error) = 0;
+                     const SyncSignals& watch, SyncItem& stored, std::string& error) = 0;
     /// Copies path on this side to the local file target (an absolute Linux
     /// path) the same way; expected is the entry as the listing saw it.
     virtual bool Get(const SyncItem& expected, const std::string& target, const SyncSignals& watch,

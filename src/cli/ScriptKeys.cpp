@@ -79,6 +79,7 @@ void KeyTyper::TypeInto(Form& form)
     if (m_form || m_keys.empty())
         return;
     m_form = &form;
+    m_formWindow = form.window();
     // Queued: a modal form is announced before its event loop runs.
     m_timer.start(0);
 }
@@ -88,12 +89,12 @@ void KeyTyper::TypeInto(Form& form)
 QWidget* KeyTyper::keyWindow() const
 {
     QWidget* modal = QApplication::activeModalWidget();
-    return modal && modal->isVisible() ? modal : m_form->window();
+    return modal && modal->isVisible() ? modal : m_formWindow.data();
 }
 
 void KeyTyper::step()
 {
-    if (!m_form || m_form->IsUnloaded() || m_next >= m_keys.size())
+    if (!m_formWindow || m_form->IsUnloaded() || m_next >= m_keys.size())
         return;
     QWidget* window = keyWindow();
     const Form* owner = Form::fromWindow(window);
@@ -112,7 +113,7 @@ void KeyTyper::step()
     m_timer.start(10);
     QKeyEvent press(QEvent::KeyPress, combination.key(), combination.keyboardModifiers(), text);
     QApplication::sendEvent(target, &press);
-    if (target && m_form->IsLoaded()) {
+    if (target && m_formWindow && m_form->IsLoaded()) {
         QKeyEvent release(QEvent::KeyRelease, combination.key(), combination.keyboardModifiers(),
                           text);
         QApplication::sendEvent(target, &release);

@@ -7,6 +7,7 @@
 #include <QKeyCombination>
 #include <QList>
 #include <QObject>
+#include <QPointer>
 #include <QString>
 #include <QTimer>
 #include <vector>
@@ -46,6 +47,9 @@ class KeyTyper : public QObject {
     QString m_formName;
     std::size_t m_next = 0;
     Form* m_form = nullptr;
+    /// Null once m_form is gone: a form the dialog made and freed itself (a
+    /// confirmation it asked) must not be asked anything afterwards.
+    QPointer<QWidget> m_formWindow;
     QTimer m_timer;
     // The windows whose key is still being handled, innermost last.
     QList<QWidget*> m_sendingTo;

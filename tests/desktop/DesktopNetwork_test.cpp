@@ -5,7 +5,7 @@
 #include "desktop/DesktopRegistry.h"
 #include "desktop/HostDiscovery.h"
 #include "support/FtpServer.h"
-#include "support/SambaServer.h"
+#include "support/SambaSuite.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -17,6 +17,7 @@
 using namespace fw::desktop;
 using fw::testing::DeadPort;
 using fw::testing::SambaServer;
+using fw::testing::SambaSuite;
 
 namespace {
 
@@ -33,17 +34,8 @@ std::vector<VolumeRecord> rootOnly()
     return {{"/", "/dev/sda2", "ext4", "", "/dev/sda2", false, false}};
 }
 
-class DesktopNetworkTest : public ::testing::Test {
+class DesktopNetworkTest : public SambaSuite {
   protected:
-    static void SetUpTestSuite() { server = new SambaServer; }
-    static void TearDownTestSuite() { delete server; }
-
-    void SetUp() override
-    {
-        if (server->Port() == 0)
-            GTEST_SKIP() << server->SkipReason().toStdString();
-    }
-
     static std::string setting(const char* value)
     {
         return std::string(DesktopNetwork::SettingsKey) + '\\' + value;
@@ -55,7 +47,6 @@ class DesktopNetworkTest : public ::testing::Test {
         return std::make_unique<DesktopFiles>(registry, rootOnly);
     }
 
-    static inline SambaServer* server = nullptr;
     QTemporaryDir dir;
     std::shared_ptr<DesktopRegistry> registry =
         std::make_shared<DesktopRegistry>(std::make_shared<SettingsStore>(dir.path()));

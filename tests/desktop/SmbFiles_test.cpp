@@ -5,7 +5,7 @@
 #include "desktop/DesktopRegistry.h"
 #include "desktop/SmbClient.h"
 #include "support/FtpServer.h"
-#include "support/SambaServer.h"
+#include "support/SambaSuite.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -18,6 +18,7 @@
 
 using fw::desktop::DesktopFiles;
 using fw::testing::SambaServer;
+using fw::testing::SambaSuite;
 
 namespace {
 
@@ -36,15 +37,13 @@ std::string namesOf(const std::vector<fw::FileEntry>& entries)
     return names;
 }
 
-class SmbFilesTest : public ::testing::Test {
+class SmbFilesTest : public SambaSuite {
   protected:
-    static void SetUpTestSuite() { server = new SambaServer; }
-    static void TearDownTestSuite() { delete server; }
-
     void SetUp() override
     {
-        if (server->Port() == 0)
-            GTEST_SKIP() << server->SkipReason().toStdString();
+        SambaSuite::SetUp();
+        if (IsSkipped())
+            return;
         QDir daten(server->ShareFolder(SambaServer::Daten));
         daten.removeRecursively();
         daten.mkpath(QStringLiteral("."));
@@ -69,7 +68,6 @@ class SmbFilesTest : public ::testing::Test {
         return server->ShareFolder(SambaServer::Daten) + u'/' + name;
     }
 
-    static inline SambaServer* server = nullptr;
     QTemporaryDir settings;
 };
 

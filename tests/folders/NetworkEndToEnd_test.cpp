@@ -16,7 +16,7 @@
 #include "forms/testing/ModalDriver.h"
 #include "forms/testing/TreeInput.h"
 #include "forms/testing/UserInput.h"
-#include "support/SambaServer.h"
+#include "support/SambaSuite.h"
 
 #include <QDir>
 #include <QFile>
@@ -29,16 +29,15 @@ namespace {
 
 using testing::ModalDriver;
 using testing::SambaServer;
+using testing::SambaSuite;
 
-class NetworkEndToEnd : public ::testing::Test {
+class NetworkEndToEnd : public SambaSuite {
   protected:
-    static void SetUpTestSuite() { server = new SambaServer; }
-    static void TearDownTestSuite() { delete server; }
-
     void SetUp() override
     {
-        if (server->Port() == 0)
-            GTEST_SKIP() << server->SkipReason().toStdString();
+        SambaSuite::SetUp();
+        if (IsSkipped())
+            return;
         registry->WriteString(
             HiveCurrentUser, std::string(desktop::DesktopNetwork::SettingsKey) + "\\Hosts", host());
         // One volume only, so that the free letters do not depend on the machine.
@@ -111,7 +110,6 @@ class NetworkEndToEnd : public ::testing::Test {
         chooser.Show(true);
     }
 
-    static inline SambaServer* server = nullptr;
     QTemporaryDir storeDir;
     std::shared_ptr<desktop::DesktopRegistry> registry = std::make_shared<desktop::DesktopRegistry>(
         std::make_shared<desktop::SettingsStore>(storeDir.path()));

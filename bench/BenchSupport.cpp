@@ -89,6 +89,19 @@ QString fw::bench::Figure(double value, const char* unit)
     return value < 0 ? QStringLiteral("-") : QString::number(value, 'f', 1) + QLatin1String(unit);
 }
 
+void fw::bench::ReadSizesAndLimit(const QStringList& args, QList<int>& sizes, int& limitMs)
+{
+    for (qsizetype i = 0; i + 1 < args.size(); i += 2) {
+        if (args[i] == QLatin1String("--sizes")) {
+            sizes.clear();
+            for (const QString& size : args[i + 1].split(u','))
+                sizes << size.toInt();
+        } else if (args[i] == QLatin1String("--limit")) {
+            limitMs = int(args[i + 1].toDouble() * 1000);
+        }
+    }
+}
+
 QString fw::bench::Ratio(double a, double b, int decimals)
 {
     return a < 0 || b <= 0 ? QStringLiteral("-") : QString::number(a / b, 'f', decimals) + u'x';

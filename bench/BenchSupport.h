@@ -1,8 +1,10 @@
 #pragma once
 // Small pieces the benchmarks share.
 #include <QEvent>
+#include <QList>
 #include <QObject>
 #include <QString>
+#include <QStringList>
 #include <QTextStream>
 #include <QWidget>
 #include <functional>
@@ -45,6 +47,11 @@ QTextStream& Out();
 QString Figure(double value, const char* unit);
 /// a / b as "1.5x", "-" where either failed.
 QString Ratio(double a, double b, int decimals = 1);
+
+/// The folder sizes and the time limit a run asks for: "--sizes 1000,10000"
+/// and "--limit SECONDS" among args (the program name left out); what is not
+/// given keeps the caller's defaults.
+void ReadSizesAndLimit(const QStringList& args, QList<int>& sizes, int& limitMs);
 
 /// Runs the event loop until done() holds; false if limitMs passed first.
 bool WaitFor(const std::function<bool()>& done, int limitMs);

@@ -256,14 +256,6 @@ int main(int argc, char** argv)
 
     QList<int> sizes{1000, 10000, 100000, 1000000};
     int limitMs = 120000;
-    for (qsizetype i = 0; i + 1 < args.size(); i += 2) {
-        if (args[i] == QLatin1String("--sizes")) {
-            sizes.clear();
-            for (const QString& size : args[i + 1].split(u','))
-                sizes << size.toInt();
-        } else if (args[i] == QLatin1String("--limit")) {
-            limitMs = int(args[i + 1].toDouble() * 1000);
-        }
-    }
+    fw::bench::ReadSizesAndLimit(args, sizes, limitMs);
     return runAll(sizes, limitMs);
 }
